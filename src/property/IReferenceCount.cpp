@@ -1,0 +1,7 @@
+#include "IReferenceCount.h"
+
+namespace ReferenceCounting {
+
+IReferenceCount::~IReferenceCount() = default;
+
+}  // namespace ReferenceCounting
