@@ -1,0 +1,14 @@
+// UTF-16 text from the XML parser as the readers' 8-bit text (internal).
+#pragma once
+
+#include <string>
+
+#include <xercesc/util/XercesDefs.hpp>
+
+namespace TargetOperations {
+
+// Keeps the low byte of each code unit up to the first zero unit. No transcoding: a unit
+// above 0xFF is truncated, so U+0152 reads as 'R'.
+std::string NarrowText(const XMLCh* text);
+
+}  // namespace TargetOperations

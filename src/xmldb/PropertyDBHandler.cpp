@@ -1,0 +1,439 @@
+#include "PropertyDBHandler.h"
+
+
+#include "../property/BooleanProperty.h"
+#include "../property/IntegerProperty.h"
+#include "../property/LocationProperty.h"
+#include "../property/LocationProperty2.h"
+#include "../property/NameAndDescription.h"
+#include "../property/Property.h"
+#include "../property/StringProperty.h"
+#include "NarrowText.h"
+#include "PropertyDB.h"
+#include "ValueTextConversion.h"
+
+namespace TargetOperations {
+
+namespace {
+
+struct TagName {
+    const char* name;
+    PropertyDBTag code;
+};
+
+// Scanned in this order. Both spellings of the range bounds are accepted; code 31 has no name.
+const TagName kTagNames[] = {
+    {"NONE", Tag_NONE},
+    {"RLX", Tag_RLX},
+    {"JOB_MAJOR_V", Tag_JOB_MAJOR_V},
+    {"JOB_MINOR_V", Tag_JOB_MINOR_V},
+    {"SUBLIST", Tag_SUBLIST},
+    {"ALLOWEDLIST", Tag_ALLOWEDLIST},
+    {"ALLOWEDITEM", Tag_ALLOWEDITEM},
+    {"ROOT", Tag_ROOT},
+    {"CATEGORY", Tag_CATEGORY},
+    {"PROPERTY", Tag_PROPERTY},
+    {"PROPERTY_STRING", Tag_PROPERTY_STRING},
+    {"PROPERTY_INTEGER", Tag_PROPERTY_INTEGER},
+    {"PROPERTY_LOCATION", Tag_PROPERTY_LOCATION},
+    {"PROPERTY_LOCATION_64", Tag_PROPERTY_LOCATION_64},
+    {"PROPERTY_BOOL", Tag_PROPERTY_BOOL},
+    {"NAME", Tag_NAME},
+    {"KEYNAME", Tag_KEYNAME},
+    {"KEYNUMBER", Tag_KEYNUMBER},
+    {"KEYITEM", Tag_KEYITEM},
+    {"CHILDKEY", Tag_CHILDKEY},
+    {"TYPE", Tag_TYPE},
+    {"PAGE", Tag_PAGE},
+    {"VALUE", Tag_VALUE},
+    {"ENUMVALUE", Tag_ENUMVALUE},
+    {"DESCRIPTION", Tag_DESCRIPTION},
+    {"RANGE_LO", Tag_RANGE_LO},
+    {"RANGELO", Tag_RANGE_LO},
+    {"RANGE_HI", Tag_RANGE_HI},
+    {"RANGEHI", Tag_RANGE_HI},
+    {"DISPLAYTYPE", Tag_DISPLAYTYPE},
+    {"EDITABLE", Tag_EDITABLE},
+    {"DISABLE", Tag_DISABLE},
+    {"ALLOWED_STRING", Tag_ALLOWED_STRING},
+    {"ALLOWED_ENUM", Tag_ALLOWED_ENUM},
+    {"ALLOWED_HALT", Tag_ALLOWED_HALT},
+    {"ALLOWED_INTEGER", Tag_ALLOWED_INTEGER},
+    {"ALLOWED_KEY", Tag_ALLOWED_KEY},
+    {"ALLOWED_SAMELEVEL_KEY", Tag_ALLOWED_SAMELEVEL_KEY},
+    {"EVENT_ITEM", Tag_EVENT_ITEM},
+    {"EVENT_NAME", Tag_EVENT_NAME},
+    {"EVENT_CATEGORY", Tag_EVENT_CATEGORY},
+    {"EVENT_ID", Tag_EVENT_ID},
+    {"REPLACABLE", Tag_REPLACABLE},
+    {"REPLACABLE_ALLOWED", Tag_REPLACABLE_ALLOWED},
+};
+
+bool IsPropertyElement(std::uint32_t code) { return code >= Tag_PROPERTY && code <= Tag_PROPERTY_BOOL; }
+
+}  // namespace
+
+PropertyDBHandler::PropertyDBHandler(PropertyDB* database)
+    : m_database(database),
+      m_currentType(Tag_NONE),
+      m_currentElement(Tag_NONE),
+      m_numericValue(0),
+      m_page(0),
+      m_enumValue(0),
+      m_category(0),
+      m_keyNumber(0),
+      m_allowedEnum(0),
+      m_allowedHalt(false),
+      m_allowedInteger(0),
+      m_allowedCategory(0),
+      m_rangeLo(0),
+      m_rangeHi(0xFFFFFFFFu),
+      m_displayType(IIntegerProperty::DisplayDefault),
+      m_sublistClosed(false),
+      m_built(false),
+      m_editable(true),
+      m_disabled(false),
+      m_openParent(nullptr),
+      m_eventCategory(0),
+      m_eventId(0),
+      m_replacable(NotReplacable),
+      m_replacableAllowed(NotReplacable) {}
+
+// The built properties belong to the database; only the handler's own data goes.
+PropertyDBHandler::~PropertyDBHandler() = default;
+
+PropertyDBTag PropertyDBHandler::LookupTag(const std::string& name) {
+    for (const TagName& entry : kTagNames) {
+        if (name == entry.name) return entry.code;
+    }
+    return Tag_NONE;
+}
+
+bool PropertyDBHandler::IsValidTag(std::uint32_t code) { return code >= Tag_RLX && code <= Tag_REPLACABLE_ALLOWED; }
+
+void PropertyDBHandler::characters(const XMLCh* const chars, const XMLSize_t /*length*/) {
+    // Replaces, never appends: when the parser splits one element's content (around
+    // comments, CDATA sections or entity references) only the last piece counts.
+    std::string narrowed = NarrowText(chars);
+    if (m_currentElement == Tag_JOB_MAJOR_V || m_currentElement == Tag_JOB_MINOR_V) return;
+    m_text = std::move(narrowed);
+}
+
+void PropertyDBHandler::startElement(const XMLCh* const name, xercesc::AttributeList& /*attributes*/) {
+    const PropertyDBTag code = LookupTag(NarrowText(name));
+    if (!IsValidTag(code)) return;
+
+    if (code == Tag_SUBLIST) {
+        m_sublistClosed = false;
+        return;
+    }
+
+    m_currentElement = code;
+    if (code == Tag_ALLOWEDITEM) {
+        m_allowedEnum = 0;
+        m_allowedCategory = 0;
+        m_allowedInteger = 0;
+        m_allowedHalt = false;
+        m_allowedString.clear();
+        m_allowedKey.clear();
+        m_allowedSameLevelKey.clear();
+    } else if (IsPropertyElement(code)) {
+        StartProperty(code);
+    } else if (code == Tag_EVENT_ITEM) {
+        m_eventName.clear();
+        m_eventCategory = 0;
+        m_eventId = 0;
+    }
+}
+
+void PropertyDBHandler::StartProperty(std::uint32_t type) {
+    m_currentType = type;
+    m_text.clear();
+    m_keyName.clear();
+    m_name.clear();
+    m_stringValue.clear();
+    m_description.clear();
+    m_childKey.clear();
+    m_currentElement = Tag_NONE;
+    m_numericValue = 0;
+    m_page = 0;
+    m_enumValue = 0;
+    m_category = 0;
+    m_keyNumber = 0;
+    m_rangeLo = 0;
+    m_rangeHi = 0;
+    m_displayType = IIntegerProperty::DisplayDefault;
+    m_replacable = NotReplacable;
+    m_replacableAllowed = NotReplacable;
+    m_allowedStrings.clear();
+    m_allowedAttributes.clear();
+    m_keys.clear();
+    m_built = false;
+    m_editable = true;
+    m_disabled = false;
+    // m_allowedIntegers stays: each integer property receives every allowed integer read so far.
+}
+
+void PropertyDBHandler::endElement(const XMLCh* const name) {
+    const PropertyDBTag code = LookupTag(NarrowText(name));
+    if (!IsValidTag(code)) return;
+
+    switch (code) {
+    case Tag_SUBLIST:
+        m_sublistClosed = true;
+        break;
+    case Tag_NAME:
+        m_name = m_text;
+        break;
+    case Tag_DESCRIPTION:
+        m_description = m_text;
+        break;
+    case Tag_VALUE:
+        if (m_currentType == Tag_PROPERTY_STRING) {
+            m_stringValue = m_text;
+        } else {
+            m_numericValue = ReadPrefixedNumber(m_text);
+        }
+        break;
+    case Tag_CATEGORY:
+        m_category = static_cast<std::uint32_t>(ReadDecimal(m_text));
+        ApplyAttribute(Tag_CATEGORY);
+        break;
+    case Tag_PAGE:
+        m_page = static_cast<std::uint32_t>(ReadDecimal(m_text));
+        ApplyAttribute(Tag_PAGE);
+        break;
+    case Tag_ENUMVALUE:
+        m_enumValue = ReadEnumNumber(m_text);
+        ApplyAttribute(Tag_ENUMVALUE);
+        break;
+    case Tag_CHILDKEY:
+        m_childKey = m_text;
+        ApplyAttribute(Tag_CHILDKEY);
+        break;
+    case Tag_RANGE_LO:
+        m_rangeLo = ReadPrefixedNumber(m_text);
+        ApplyAttribute(Tag_RANGE_LO);
+        break;
+    case Tag_RANGE_HI:
+        m_rangeHi = ReadPrefixedNumber(m_text);
+        ApplyAttribute(Tag_RANGE_HI);
+        break;
+    case Tag_DISPLAYTYPE:
+        m_displayType = m_text == "DEC" ? IIntegerProperty::DisplayDecimal : IIntegerProperty::DisplayDefault;
+        ApplyAttribute(Tag_DISPLAYTYPE);
+        break;
+    case Tag_EDITABLE:
+        if (m_text == "FALSE") m_editable = false;
+        ApplyAttribute(Tag_EDITABLE);
+        break;
+    case Tag_DISABLE:
+        if (m_text == "TRUE") m_disabled = true;
+        ApplyAttribute(Tag_DISABLE);
+        break;
+    case Tag_KEYNAME:
+        m_keyName = m_text;
+        break;
+    case Tag_KEYNUMBER:
+        m_keyNumber = static_cast<std::uint32_t>(ReadDecimal(m_text));
+        break;
+    case Tag_KEYITEM: {
+        const PropertyKey key(m_keyName, m_keyNumber);
+        Property* builtProperty = m_built ? dynamic_cast<Property*>(m_openParent) : nullptr;
+        if (builtProperty != nullptr) {
+            builtProperty->AddKeyName(key);
+        } else {
+            m_keys.push_back(key);
+        }
+        break;
+    }
+    case Tag_ALLOWED_STRING:
+        m_allowedString = m_text;
+        break;
+    case Tag_ALLOWED_ENUM:
+        m_allowedEnum = ReadEnumNumber(m_text);
+        break;
+    case Tag_ALLOWED_HALT:
+        m_allowedHalt = m_text == "TRUE";
+        break;
+    case Tag_ALLOWED_INTEGER:
+        m_allowedInteger = ReadPrefixedNumber(m_text);
+        break;
+    case Tag_ALLOWED_KEY:
+        m_allowedKey = m_text;
+        break;
+    case Tag_ALLOWED_SAMELEVEL_KEY:
+        m_allowedSameLevelKey = m_text;
+        break;
+    case Tag_ALLOWEDITEM:
+        EndAllowedItem();
+        break;
+    case Tag_EVENT_NAME:
+        m_eventName = m_text;
+        break;
+    case Tag_EVENT_CATEGORY:
+        m_eventCategory = static_cast<std::uint32_t>(ReadDecimal(m_text));
+        break;
+    case Tag_EVENT_ID:
+        m_eventId = static_cast<std::uint32_t>(ReadDecimal(m_text));
+        break;
+    case Tag_EVENT_ITEM:
+        m_events.push_back(EventItem{m_eventName, m_eventCategory, m_eventId});
+        break;
+    case Tag_REPLACABLE:
+        m_replacable = static_cast<eREPLACABLE>(ReadDecimal(m_text));
+        break;
+    case Tag_REPLACABLE_ALLOWED:
+        m_replacableAllowed = static_cast<eREPLACABLE>(ReadDecimal(m_text));
+        break;
+    case Tag_PROPERTY:
+    case Tag_PROPERTY_STRING:
+    case Tag_PROPERTY_INTEGER:
+    case Tag_PROPERTY_LOCATION:
+    case Tag_PROPERTY_LOCATION_64:
+    case Tag_PROPERTY_BOOL:
+        EndProperty();
+        break;
+    default:
+        // "RLX", the version elements, "ALLOWEDLIST", "ROOT" and "TYPE" carry no action.
+        break;
+    }
+}
+
+void PropertyDBHandler::EndAllowedItem() {
+    // The early-built property of the inert branch is the open parent: it was built at its
+    // SUBLIST, before its own end tag.
+    if (m_currentType == Tag_PROPERTY_STRING) {
+        const ValueAttribute attribute(m_allowedKey, static_cast<std::uint32_t>(m_allowedEnum), m_allowedCategory,
+                                       m_allowedHalt, m_allowedSameLevelKey);
+        StringProperty* builtString = m_built ? dynamic_cast<StringProperty*>(m_openParent) : nullptr;
+        if (!m_built) {
+            m_allowedStrings.push_back(m_allowedString);
+            m_allowedAttributes.push_back(attribute);
+        } else if (builtString != nullptr) {
+            builtString->AddAllowedValues(m_allowedString.c_str());
+            builtString->AddAllowedAttributes(attribute);
+        }
+    } else if (m_currentType == Tag_PROPERTY_INTEGER) {
+        IntegerProperty* builtInteger = m_built ? dynamic_cast<IntegerProperty*>(m_openParent) : nullptr;
+        if (!m_built) {
+            m_allowedIntegers.push_back(m_allowedInteger);
+        } else if (builtInteger != nullptr) {
+            builtInteger->AddAllowedValue(m_allowedInteger);
+        }
+    }
+    // Items of any other property kind are dropped.
+}
+
+void PropertyDBHandler::EndProperty() {
+    if (m_openParent == nullptr) {
+        // The only path ever taken: every typed property, at any SUBLIST depth, becomes one
+        // entry of the flat list in end-tag order. Links come later, from the keys.
+        IProperty* property = BuildProperty(m_currentType);
+        if (property != nullptr) m_database->AddProperty(property);
+        return;
+    }
+    if (!m_sublistClosed) {
+        IProperty* property = BuildProperty(m_currentType);
+        if (property != nullptr) Property::AddChild(m_openParent, property);
+        return;
+    }
+    IProperty* grandParent = m_openParent->GetParentProperty();
+    if (grandParent != nullptr) {
+        Property::AddChild(grandParent, m_openParent);
+        // GetParentProperty handed out a reference; the back link it stands for is not counted.
+        grandParent->Release();
+    }
+    m_openParent = grandParent;
+}
+
+IProperty* PropertyDBHandler::BuildProperty(std::uint32_t type) {
+    const NameAndDescription nameAndDescription(m_name, m_description);
+    IProperty* result = nullptr;
+
+    switch (type) {
+    case Tag_PROPERTY_STRING: {
+        IStringProperty* created =
+            StringProperty::Construct(nameAndDescription, m_stringValue, m_allowedStrings, m_allowedAttributes);
+        if (auto* stringProperty = dynamic_cast<StringProperty*>(created)) {
+            stringProperty->SetReplacableAllowed(m_replacableAllowed);
+        }
+        result = created;
+        break;
+    }
+    case Tag_PROPERTY_INTEGER: {
+        IIntegerProperty* created = IntegerProperty::Construct(nameAndDescription, m_numericValue, m_allowedIntegers, false);
+        if (auto* integerProperty = dynamic_cast<IntegerProperty*>(created)) {
+            if (m_rangeHi > m_rangeLo) integerProperty->SetAllowedRange(m_rangeLo, m_rangeHi);
+            integerProperty->SetDisplaySuggestion(m_displayType);
+        }
+        result = created;
+        break;
+    }
+    case Tag_PROPERTY_LOCATION:
+        result = LocationProperty::Construct(nameAndDescription, static_cast<std::uint32_t>(m_numericValue), m_page,
+                                             0xFFFFFFFFu);
+        break;
+    case Tag_PROPERTY_LOCATION_64:
+        result = LocationProperty2::Construct(nameAndDescription, m_numericValue, m_page, 0xFFFFFFFFu);
+        break;
+    case Tag_PROPERTY_BOOL:
+        result = BooleanProperty::Construct(nameAndDescription, m_numericValue != 0);
+        break;
+    default:
+        // "PROPERTY" and anything else build nothing.
+        return nullptr;
+    }
+
+    if (auto* property = dynamic_cast<Property*>(result)) {
+        // A string with allowed items already took child key, category and enumeration
+        // value from its selected item; the property's own elements must not override them.
+        const bool stringWithItems = type == Tag_PROPERTY_STRING && !m_allowedAttributes.empty();
+        if (!stringWithItems) {
+            property->SetCategory(m_category);
+            property->SetChildKey(m_childKey.c_str());
+            property->SetEnumValue(m_enumValue);
+        }
+        property->SetEditable(m_editable);
+        property->SetDisabled(m_disabled);
+        property->SetReplacable(m_replacable);
+        for (const PropertyKey& key : m_keys) property->AddKeyName(key);
+    }
+    return result;
+}
+
+void PropertyDBHandler::ApplyAttribute(std::uint32_t tag) {
+    if (!m_built) return;
+    auto* property = dynamic_cast<Property*>(m_openParent);
+    if (property == nullptr) return;
+
+    if (auto* integerProperty = dynamic_cast<IntegerProperty*>(property)) {
+        if (tag == Tag_RANGE_LO || tag == Tag_RANGE_HI) integerProperty->SetAllowedRange(m_rangeLo, m_rangeHi);
+        if (tag == Tag_DISPLAYTYPE) integerProperty->SetDisplaySuggestion(m_displayType);
+    }
+    if (tag == Tag_PAGE) {
+        if (auto* location = dynamic_cast<LocationProperty*>(property)) location->SetPage(m_page);
+        if (auto* location64 = dynamic_cast<LocationProperty2*>(property)) location64->SetPage(m_page);
+    }
+    switch (tag) {
+    case Tag_CATEGORY:
+        property->SetCategory(m_category);
+        break;
+    case Tag_CHILDKEY:
+        property->SetChildKey(m_childKey.c_str());
+        break;
+    case Tag_ENUMVALUE:
+        property->SetEnumValue(m_enumValue);
+        break;
+    case Tag_EDITABLE:
+        property->SetEditable(m_editable);
+        break;
+    case Tag_DISABLE:
+        property->SetDisabled(m_disabled);
+        break;
+    default:
+        break;
+    }
+}
+
+}  // namespace TargetOperations

@@ -1,0 +1,18 @@
+// How the property database reader turns element content into numbers (internal).
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+namespace TargetOperations {
+
+// "0x"/"0X" hexadecimal, another leading "0" octal, else decimal; empty text gives 0.
+std::uint64_t ReadPrefixedNumber(const std::string& text);
+
+// "0x"/"0X" at the start: scanned as "%x"; otherwise decimal as by atoi.
+std::int32_t ReadEnumNumber(const std::string& text);
+
+// Decimal as by atoi only, so "0x10" reads as 0.
+std::int32_t ReadDecimal(const std::string& text);
+
+}  // namespace TargetOperations

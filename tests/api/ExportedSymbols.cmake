@@ -1,0 +1,103 @@
+# Checks the dynamic symbol table of the shared library: every plain function present
+# unmangled, the exported classes present, no internal helper visible.
+# Usage: cmake -DLIBRARY=<path> -DNM=<nm> -P ExportedSymbols.cmake
+
+if(NOT LIBRARY OR NOT EXISTS "${LIBRARY}")
+  message(FATAL_ERROR "library not found: '${LIBRARY}'")
+endif()
+if(NOT NM)
+  set(NM nm)
+endif()
+
+execute_process(COMMAND ${NM} -D --defined-only "${LIBRARY}"
+  OUTPUT_VARIABLE raw RESULT_VARIABLE raw_result)
+execute_process(COMMAND ${NM} -D -C --defined-only "${LIBRARY}"
+  OUTPUT_VARIABLE demangled RESULT_VARIABLE demangled_result)
+if(NOT raw_result EQUAL 0 OR NOT demangled_result EQUAL 0)
+  message(FATAL_ERROR "nm failed on ${LIBRARY}")
+endif()
+
+set(failures "")
+
+set(plain_functions
+  CreatePropertyDB CreatePropertyDBByName AttachPropertyDB ReleasePropertyDB
+  GetRootProperty GetRootPropertyByFile
+  GetPropertyFromDB GetPropertyFromDB_noClone GetPropertyFromDBByEnum GetPropertyFromDBByNameEnum_noClone
+  UpdateAllDBsForOCP UpdateAllDBsForSCTM UpdateDBForCTI UpdateDBForCTI_XTRIG UpdateDBForCTIEx UpdateSTMType
+  RemoveAllowedFromDB DisableChildForDisabledAllowed UpdateSubProperties ConvertBack GetRLXServerName
+  CastBoolean CastIBoolean CastIInteger CastILocation CastILocation2 CastIString
+  CastInteger CastLocation CastLocation2 CastString)
+foreach(name IN LISTS plain_functions)
+  if(NOT raw MATCHES "(^|\n)[0-9a-f]+ T ${name}(\n|$)")
+    list(APPEND failures "plain function not exported unmangled: ${name}")
+  endif()
+endforeach()
+
+set(exported_classes
+  "typeinfo for TargetOperations::Property"
+  "vtable for TargetOperations::Property"
+  "typeinfo for TargetOperations::BooleanProperty"
+  "typeinfo for TargetOperations::IntegerProperty"
+  "typeinfo for TargetOperations::LocationProperty"
+  "typeinfo for TargetOperations::LocationProperty2"
+  "typeinfo for TargetOperations::StringProperty"
+  "typeinfo for TargetOperations::ReferenceCount"
+  "typeinfo for ReferenceCounting::IReferenceCount"
+  "typeinfo for TargetOperations::IProperty"
+  "typeinfo for TargetOperations::IStringProperty"
+  "typeinfo for Kw::Mbr::Korva::korvaError"
+  "vtable for Kw::Mbr::Korva::korvaError"
+  "TargetOperations::Property::Construct("
+  "TargetOperations::StringProperty::Construct("
+  "TargetOperations::ValueAttribute::ValueAttribute("
+  "TargetOperations::PropertyKey::PropertyKey("
+  "TargetOperations::NameAndDescription::NameAndDescription("
+  "Kw::Mbr::Korva::korvaError::korvaError(")
+foreach(symbol IN LISTS exported_classes)
+  string(FIND "${demangled}" "${symbol}" at)
+  if(at EQUAL -1)
+    list(APPEND failures "exported class symbol missing: ${symbol}")
+  endif()
+endforeach()
+
+# Internal helpers: none of them may reach the dynamic symbol table.
+set(internal_patterns
+  "(^|[^A-Za-z_])uString([^A-Za-z_]|$)"
+  "(^|[^A-Za-z_])uLogger"
+  "(^|[^A-Za-z_])uTime([^A-Za-z_]|$)"
+  "(^|[^A-Za-z_])uMutex([^A-Za-z_]|$)"
+  "(^|[^A-Za-z_])uFile([^A-Za-z_]|$)"
+  "TargetOperations::PropertyDB([^A-Za-z_]|$)"
+  "TargetOperations::PropertyDBHandler"
+  "TargetOperations::DriverDB"
+  "DriverRecord"
+  "PropertyDbRegistry"
+  "PropertyDbEntry"
+  "XmlDbPath"
+  "XmlFileExists"
+  "LoadFailureText"
+  "CpuTypeKeys"
+  "CopyToCallerBuffer"
+  "ClearCallerBuffer"
+  "ExpandReplaceables"
+  "HasReplaceables"
+  "ReadAllowedReplacement"
+  "ReadPropertyReplacement"
+  "AddAllowedValueWithKey"
+  "LibraryTrace")
+string(REPLACE "\n" ";" demangled_lines "${demangled}")
+foreach(line IN LISTS demangled_lines)
+  foreach(pattern IN LISTS internal_patterns)
+    if(line MATCHES "${pattern}")
+      list(APPEND failures "internal symbol exported: ${line}")
+      break()
+    endif()
+  endforeach()
+endforeach()
+
+if(failures)
+  list(JOIN failures "\n  " report)
+  message(FATAL_ERROR "dynamic symbol table of ${LIBRARY}:\n  ${report}")
+endif()
+list(LENGTH plain_functions plain_count)
+message(STATUS "${plain_count} plain functions exported unmangled; no internal helper exported")

@@ -1,0 +1,139 @@
+#include <gtest/gtest.h>
+
+#include "property/Property.h"
+
+using namespace TargetOperations;
+
+namespace {
+
+Property* MakeNode() {
+    return dynamic_cast<Property*>(Property::Construct(NameAndDescription("node", "")));
+}
+
+}  // namespace
+
+TEST(PropertyKeysTest, KeyNumberOfANameThatIsNotAKeyIsZero) {
+    Property* node = MakeNode();
+    node->AddKeyName(PropertyKey("A", 5));
+    EXPECT_EQ(0u, node->GetKeyNumber("B"));
+    EXPECT_FALSE(node->IsKeyName("B"));
+    node->Release();
+}
+
+TEST(PropertyKeysTest, KeyNumberOfAKeyAddedWithZeroIsZero) {
+    Property* node = MakeNode();
+    node->AddKeyName(PropertyKey("ZERO", 0));
+    EXPECT_TRUE(node->IsKeyName("ZERO"));
+    EXPECT_EQ(0u, node->GetKeyNumber("ZERO"));
+    node->Release();
+}
+
+TEST(PropertyKeysTest, KeyNumberIsTheEnumValueOfTheMatchingKey) {
+    Property* node = MakeNode();
+    node->AddKeyName(PropertyKey("A", 1));
+    node->AddKeyName(PropertyKey("B", 0xFFFFFFFFu));
+    node->AddKeyName(PropertyKey("C", 3));
+    EXPECT_EQ(1u, node->GetKeyNumber("A"));
+    EXPECT_EQ(0xFFFFFFFFu, node->GetKeyNumber("B"));
+    EXPECT_EQ(3u, node->GetKeyNumber("C"));
+    node->Release();
+}
+
+TEST(PropertyKeysTest, WithTwoKeysOfTheSameNameTheFirstAddedWins) {
+    Property* node = MakeNode();
+    node->AddKeyName(PropertyKey("DUP", 11));
+    node->AddKeyName(PropertyKey("DUP", 22));
+    EXPECT_TRUE(node->IsKeyName("DUP"));
+    EXPECT_EQ(11u, node->GetKeyNumber("DUP"));
+    node->Release();
+}
+
+TEST(PropertyKeysTest, KeylessPropertyWithChildKeyTestkeyAcceptsThatOneName) {
+    Property* node = MakeNode();
+    node->SetChildKey("TESTKEY");
+    EXPECT_TRUE(node->IsKeyName("TESTKEY"));
+    EXPECT_EQ(0u, node->GetKeyNumber("TESTKEY"));
+    EXPECT_FALSE(node->IsKeyName("testkey"));
+    EXPECT_FALSE(node->IsKeyName("TESTKEY "));
+    EXPECT_FALSE(node->IsKeyName("OTHER"));
+    node->Release();
+}
+
+TEST(PropertyKeysTest, TestkeyRuleNoLongerAppliesOnceThePropertyHasAKey) {
+    Property* node = MakeNode();
+    node->SetChildKey("TESTKEY");
+    node->AddKeyName(PropertyKey("A", 1));
+    EXPECT_FALSE(node->IsKeyName("TESTKEY"));
+    EXPECT_TRUE(node->IsKeyName("A"));
+    node->Release();
+}
+
+TEST(PropertyKeysTest, TestkeyNeedsTheChildKeyToBeExactlyTestkey) {
+    Property* node = MakeNode();
+    EXPECT_FALSE(node->IsKeyName("TESTKEY"));
+    node->SetChildKey("TESTKEYS");
+    EXPECT_FALSE(node->IsKeyName("TESTKEY"));
+    node->SetChildKey("testkey");
+    EXPECT_FALSE(node->IsKeyName("TESTKEY"));
+    node->Release();
+}
+
+TEST(PropertyKeysTest, KeyNamesAreComparedWholeAndCaseSensitive) {
+    Property* node = MakeNode();
+    node->AddKeyName(PropertyKey("ABC", 9));
+    EXPECT_FALSE(node->IsKeyName("abc"));
+    EXPECT_FALSE(node->IsKeyName("AB"));
+    EXPECT_FALSE(node->IsKeyName("ABCD"));
+    EXPECT_FALSE(node->IsKeyName(" ABC"));
+    EXPECT_FALSE(node->IsKeyName(""));
+    EXPECT_EQ(0u, node->GetKeyNumber("abc"));
+    EXPECT_EQ(0u, node->GetKeyNumber("AB"));
+    EXPECT_TRUE(node->IsKeyName("ABC"));
+    EXPECT_EQ(9u, node->GetKeyNumber("ABC"));
+    node->Release();
+}
+
+TEST(PropertyKeysTest, KeyAndUppercaseKeyAreDifferentKeys) {
+    Property* node = MakeNode();
+    node->AddKeyName(PropertyKey("Key", 1));
+    node->AddKeyName(PropertyKey("KEY", 2));
+    EXPECT_EQ(1u, node->GetKeyNumber("Key"));
+    EXPECT_EQ(2u, node->GetKeyNumber("KEY"));
+    EXPECT_FALSE(node->IsKeyName("key"));
+    node->Release();
+}
+
+TEST(PropertyKeysTest, RemoveAllKeysEmptiesTheKeys) {
+    Property* node = MakeNode();
+    node->AddKeyName(PropertyKey("A", 1));
+    node->AddKeyName(PropertyKey("B", 2));
+    node->RemoveAllKeys();
+    EXPECT_FALSE(node->IsKeyName("A"));
+    EXPECT_EQ(0u, node->GetKeyNumber("B"));
+    // Keyless again, so the TESTKEY rule is back in force.
+    node->SetChildKey("TESTKEY");
+    EXPECT_TRUE(node->IsKeyName("TESTKEY"));
+    node->Release();
+}
+
+TEST(PropertyKeysTest, AddKeyNameStoresACopy) {
+    Property* node = MakeNode();
+    {
+        PropertyKey temporary("TEMP", 4);
+        node->AddKeyName(temporary);
+    }
+    EXPECT_EQ(4u, node->GetKeyNumber("TEMP"));
+    node->Release();
+}
+
+// Null names are not for the lookups; this build answers them as "no key".
+TEST(PropertyKeysTest, ImplementationChoiceNullNamesAreNeverKeys) {
+    Property* node = MakeNode();
+    node->AddKeyName(PropertyKey("", 3));
+    EXPECT_FALSE(node->IsKeyName(nullptr));
+    EXPECT_EQ(0u, node->GetKeyNumber(nullptr));
+    node->SetChildKey("TESTKEY");
+    node->RemoveAllKeys();
+    EXPECT_FALSE(node->IsKeyName(nullptr));
+    node->Release();
+}
