@@ -9,32 +9,11 @@
 #include "../property/StringProperty.h"
 #include "../property/ValueAttribute.h"
 #include "../xmldb/PropertyDB.h"
+#include "HeldProperties.h"
 #include "PropertyDbRegistry.h"
 #include "RLXExports.h"
 
 using namespace TargetOperations;
-
-namespace {
-
-// Sub-properties with one reference each, given back when the holder goes.
-class SubPropertyArray {
-public:
-    explicit SubPropertyArray(const IProperty& parent) : m_children(parent.GetNumSubProperties()) {
-        if (!m_children.empty()) parent.GetSubProperties(m_children.data());
-    }
-    ~SubPropertyArray() {
-        for (IProperty* child : m_children) child->Release();
-    }
-    SubPropertyArray(const SubPropertyArray&) = delete;
-    SubPropertyArray& operator=(const SubPropertyArray&) = delete;
-
-    const std::vector<IProperty*>& Children() const { return m_children; }
-
-private:
-    std::vector<IProperty*> m_children;
-};
-
-}  // namespace
 
 extern "C" {
 
@@ -72,20 +51,20 @@ void RemoveAllowedFromDB(std::uint32_t dbNumber, const char* propertyName, const
 void DisableChildForDisabledAllowed(TargetOperations::IProperty* property, bool disable) {
     if (property == nullptr) return;
     try {
-        SubPropertyArray children(*property);
+        const HeldProperties children = HeldProperties::ChildrenOf(*property);
 
         if (auto* choice = dynamic_cast<TargetOperations::StringProperty*>(property)) {
             const std::string current = choice->GetValue();
             if (!disable || choice->IsDisabledAllowed(current.c_str())) {
                 // The flag of DisableAllowed is inverted: false marks the value disabled.
                 choice->DisableAllowed(current.c_str(), !disable);
-                for (IProperty* child : children.Children()) {
+                for (IProperty* child : children.Items()) {
                     if (auto* childProperty = dynamic_cast<Property*>(child)) childProperty->DisableAllLevel(disable);
                 }
             }
         }
 
-        for (IProperty* child : children.Children()) DisableChildForDisabledAllowed(child, disable);
+        for (IProperty* child : children.Items()) DisableChildForDisabledAllowed(child, disable);
     } catch (...) {
     }
 }

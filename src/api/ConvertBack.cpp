@@ -10,6 +10,7 @@
 #include "../property/ILocationProperty.h"
 #include "../property/ILocationProperty2.h"
 #include "../property/IStringProperty.h"
+#include "HeldProperties.h"
 #include "RLXExports.h"
 
 using namespace TargetOperations;
@@ -33,34 +34,6 @@ public:
 
 private:
     Interface* m_interface;
-};
-
-// Sub-properties with one reference each; Refetch gives the old ones back first.
-class ChildArray {
-public:
-    explicit ChildArray(IProperty* parent) : m_parent(parent) { Fetch(); }
-    ~ChildArray() { ReleaseAll(); }
-    ChildArray(const ChildArray&) = delete;
-    ChildArray& operator=(const ChildArray&) = delete;
-
-    void Refetch() {
-        ReleaseAll();
-        Fetch();
-    }
-    const std::vector<IProperty*>& Children() const { return m_children; }
-
-private:
-    void Fetch() {
-        m_children.assign(m_parent->GetNumSubProperties(), nullptr);
-        if (!m_children.empty()) m_parent->GetSubProperties(m_children.data());
-    }
-    void ReleaseAll() {
-        for (IProperty* child : m_children) child->Release();
-        m_children.clear();
-    }
-
-    IProperty* m_parent;
-    std::vector<IProperty*> m_children;
 };
 
 // After a value change that may select other sub-properties: relink through the parent when
@@ -154,14 +127,14 @@ bool ConvertPair(std::uint32_t dbNumber, IProperty* source, IProperty* destinati
         }
     }
 
-    ChildArray sourceChildren(source);
-    ChildArray destinationChildren(destination);
-    for (IProperty* sourceChild : sourceChildren.Children()) {
-        for (IProperty* destinationChild : destinationChildren.Children()) {
+    const HeldProperties sourceChildren = HeldProperties::ChildrenOf(*source);
+    HeldProperties destinationChildren = HeldProperties::ChildrenOf(*destination);
+    for (IProperty* sourceChild : sourceChildren.Items()) {
+        for (IProperty* destinationChild : destinationChildren.Items()) {
             if (ConvertBack(dbNumber, sourceChild, destinationChild, source, destination)) {
                 taken = true;
                 // The takeover may have rebuilt the destination's children.
-                destinationChildren.Refetch();
+                destinationChildren = HeldProperties::ChildrenOf(*destination);
                 break;
             }
         }

@@ -7,30 +7,12 @@
 #include "../property/StringProperty.h"
 #include "../property/ValueAttribute.h"
 #include "../xmldb/PropertyDB.h"
+#include "HeldProperties.h"
 #include "ReplacementRecordSources.h"
 
 namespace TargetOperations {
 
 namespace {
-
-// The top-level list with one added reference per element, so that edits made while walking
-// cannot free an element under us.
-class TopLevelSnapshot {
-public:
-    explicit TopLevelSnapshot(const PropertyDB& database) : m_properties(database.GetPropertyCount()) {
-        if (!m_properties.empty()) database.CopyProperties(m_properties.data());
-    }
-    ~TopLevelSnapshot() {
-        for (IProperty* property : m_properties) property->Release();
-    }
-    TopLevelSnapshot(const TopLevelSnapshot&) = delete;
-    TopLevelSnapshot& operator=(const TopLevelSnapshot&) = delete;
-
-    const std::vector<IProperty*>& Properties() const { return m_properties; }
-
-private:
-    std::vector<IProperty*> m_properties;
-};
 
 void ApplyPropertyReplacement(const std::vector<IProperty*>& properties, const ReplacementRecord& record) {
     for (IProperty* element : properties) {
@@ -132,9 +114,9 @@ bool HasReplaceables(const PropertyDB& database) {
 }
 
 void ExpandReplaceables(PropertyDB& database, const std::string& /*path*/) {
-    TopLevelSnapshot snapshot(database);
-    RunPropertyPass(snapshot.Properties());
-    RunAllowedValuePass(snapshot.Properties());
+    const HeldProperties snapshot = HeldProperties::TopLevelOf(database);
+    RunPropertyPass(snapshot.Items());
+    RunAllowedValuePass(snapshot.Items());
 }
 
 }  // namespace TargetOperations

@@ -1,4 +1,5 @@
 #include "NodeView.h"
+#include "Ref.h"
 
 #include <cstring>
 
@@ -7,15 +8,6 @@ using namespace TargetOperations;
 namespace rlxprop {
 
 namespace {
-
-// Releases a counted reference when it goes out of scope.
-struct ReleaseRef {
-    void operator()(ReferenceCounting::IReferenceCount* p) const {
-        if (p != nullptr) p->Release();
-    }
-};
-template <typename T>
-using Ref = std::unique_ptr<T, ReleaseRef>;
 
 void ReadStringValues(StringProperty& string, NodeView& view) {
     view.stringValue = string.GetValue();

@@ -9,6 +9,7 @@
 
 #include "Formatters.h"
 #include "NodeView.h"
+#include "Ref.h"
 #include "ToolError.h"
 
 using namespace TargetOperations;
@@ -16,14 +17,6 @@ using namespace TargetOperations;
 namespace rlxprop {
 
 namespace {
-
-struct ReleaseRef {
-    void operator()(ReferenceCounting::IReferenceCount* p) const {
-        if (p != nullptr) p->Release();
-    }
-};
-template <typename T>
-using Ref = std::unique_ptr<T, ReleaseRef>;
 
 std::string Lower(std::string text) {
     std::transform(text.begin(), text.end(), text.begin(), [](unsigned char c) { return std::tolower(c); });
