@@ -1,5 +1,6 @@
 #include "Property.h"
 
+#include <atomic>
 #include <cstring>
 
 #include "BooleanProperty.h"
@@ -16,6 +17,10 @@ namespace {
 
 const char kTestKey[] = "TESTKEY";
 
+// Counts key changes of every property in the process. Different trees may live on different
+// threads, so the counter itself is atomic; nothing is ordered by it.
+std::atomic<std::uint64_t> g_keysGeneration{0};
+
 bool SameText(const std::string& stored, const char* text) {
     return text != nullptr && stored == text;
 }
@@ -30,7 +35,8 @@ Property::Property(const NameAndDescription& nd)
       m_disabled(false),
       m_haltCpu(false),
       m_replacable(NotReplacable),
-      m_parent(nullptr) {}
+      m_parent(nullptr),
+      m_keysStamp(0) {}
 
 Property::Property(const Property& source)
     : IReferenceCount(),
@@ -47,7 +53,8 @@ Property::Property(const Property& source)
       m_disabled(source.m_disabled),
       m_haltCpu(source.m_haltCpu),
       m_replacable(source.m_replacable),
-      m_parent(nullptr) {
+      m_parent(nullptr),
+      m_keysStamp(0) {
     // Deep copy: every child is cloned through the source's counted interface.
     const std::uint32_t count = source.GetNumSubProperties();
     std::vector<IProperty*> children(count, nullptr);
@@ -165,8 +172,19 @@ void Property::SetDescription(const char* description) { m_nameAndDescription.Se
 void Property::SetReplacable(eREPLACABLE replacable) { m_replacable = replacable; }
 eREPLACABLE Property::IsReplacable() { return m_replacable; }
 
-void Property::AddKeyName(const PropertyKey& key) { m_keys.push_back(key); }
-void Property::RemoveAllKeys() { m_keys.clear(); }
+void Property::AddKeyName(const PropertyKey& key) {
+    m_keys.push_back(key);
+    KeysChanged();
+}
+
+void Property::RemoveAllKeys() {
+    m_keys.clear();
+    KeysChanged();
+}
+
+std::uint64_t Property::KeysGeneration() { return g_keysGeneration.load(std::memory_order_relaxed); }
+
+void Property::KeysChanged() { m_keysStamp = g_keysGeneration.fetch_add(1, std::memory_order_relaxed) + 1; }
 
 bool Property::IsKeyName(const char* name) const {
     if (name == nullptr) return false;

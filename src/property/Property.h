@@ -74,6 +74,12 @@ protected:
     void TestInvariant() const;
 
 private:
+    // The database's linking index records each listed property's keys; the stamp tells it
+    // when they changed afterwards, however they were changed.
+    friend class PropertyDB;
+    static std::uint64_t KeysGeneration();
+    void KeysChanged();
+
     NameAndDescription m_nameAndDescription;
     std::vector<PropertyKey> m_keys;
     std::uint32_t m_category;
@@ -86,6 +92,7 @@ private:
     eREPLACABLE m_replacable;
     std::vector<IProperty*> m_children;  // one counted reference each
     IProperty* m_parent;                 // back link, not counted
+    std::uint64_t m_keysStamp;           // the process-wide key generation of the last key change
 };
 
 }  // namespace TargetOperations

@@ -4,11 +4,20 @@ namespace TargetOperations {
 
 std::string NarrowText(const XMLCh* text) {
     std::string narrowed;
-    if (text == nullptr) return narrowed;
-    for (const XMLCh* unit = text; *unit != 0; ++unit) {
-        narrowed.push_back(static_cast<char>(static_cast<unsigned char>(*unit & 0xFF)));
-    }
+    NarrowTextInto(text, narrowed);
     return narrowed;
+}
+
+void NarrowTextInto(const XMLCh* text, std::string& target) {
+    std::size_t length = 0;
+    if (text != nullptr) {
+        while (text[length] != 0) ++length;
+    }
+    // Within the target's capacity this allocates nothing: character data comes in many short
+    // pieces (the blanks between tags) that all land in the same string.
+    target.resize(length);
+    char* out = target.data();
+    for (std::size_t i = 0; i < length; ++i) out[i] = static_cast<char>(static_cast<unsigned char>(text[i] & 0xFF));
 }
 
 }  // namespace TargetOperations

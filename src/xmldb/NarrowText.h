@@ -11,4 +11,7 @@ namespace TargetOperations {
 // above 0xFF is truncated, so U+0152 reads as 'R'.
 std::string NarrowText(const XMLCh* text);
 
+// The same into target, replacing its content and reusing its storage.
+void NarrowTextInto(const XMLCh* text, std::string& target);
+
 }  // namespace TargetOperations

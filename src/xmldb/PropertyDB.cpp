@@ -7,6 +7,7 @@
 #include "ParseFailureSeverities.h"
 #include "PropertyDBHandler.h"
 #include "ReadXmlFile.h"
+#include "SubPropertyLinking.h"
 
 namespace TargetOperations {
 
@@ -38,18 +39,97 @@ std::uint32_t PropertyDB::Parse(const std::string& fileName) {
     return ReadXmlFile(fileName, handler, PropertyDBFailureSeverities());
 }
 
-void PropertyDB::AddProperty(IProperty* property) { m_properties.push_back(property); }
+void PropertyDB::AddProperty(IProperty* property) {
+    m_properties.push_back(property);
+    m_listedKeys.emplace_back();
+    ListChanged();
+}
 
-void PropertyDB::InsertPropertyFirst(IProperty* property) { m_properties.insert(m_properties.begin(), property); }
+void PropertyDB::AddReadProperty(IProperty* property, const std::vector<PropertyKey>& keys) {
+    ListedKeys listed;
+    listed.first = static_cast<std::uint32_t>(m_keyIdPool.size());
+    listed.count = static_cast<std::uint32_t>(keys.size());
+    listed.known = true;
+    for (const PropertyKey& key : keys) {
+        const std::string& name = key.KeyName();
+        auto found = m_keyIds.find(std::string_view(name));
+        if (found == m_keyIds.end()) {
+            m_keyNames.push_back(name);
+            found = m_keyIds.emplace(std::string_view(m_keyNames.back()), static_cast<std::uint32_t>(m_keyNames.size() - 1))
+                        .first;
+        }
+        m_keyIdPool.push_back(found->second);
+    }
+    if (const auto* read = dynamic_cast<const Property*>(property)) listed.stamp = read->m_keysStamp;
+    m_properties.push_back(property);
+    m_listedKeys.push_back(listed);
+    ListChanged();
+}
+
+void PropertyDB::InsertPropertyFirst(IProperty* property) {
+    m_properties.insert(m_properties.begin(), property);
+    m_listedKeys.insert(m_listedKeys.begin(), ListedKeys());
+    ListChanged();
+}
 
 void PropertyDB::RemoveByName(const char* name) {
     auto match = std::find_if(m_properties.begin(), m_properties.end(),
                               [name](IProperty* property) { return SameText(property->GetName(), name); });
-    if (match != m_properties.end()) m_properties.erase(match);
+    if (match == m_properties.end()) return;
+    m_listedKeys.erase(m_listedKeys.begin() + (match - m_properties.begin()));
+    m_properties.erase(match);
+    ListChanged();
+}
+
+void PropertyDB::FollowChangedKeys() {
+    // Cheap while no key anywhere changed; otherwise one pass over the stamps.
+    const std::uint64_t generation = Property::KeysGeneration();
+    if (generation == m_keysGenerationSeen) return;
+    bool changed = false;
+    for (std::size_t i = 0; i < m_properties.size(); ++i) {
+        ListedKeys& listed = m_listedKeys[i];
+        if (!listed.known) continue;
+        const auto* property = dynamic_cast<const Property*>(m_properties[i]);
+        if (property == nullptr || property->m_keysStamp != listed.stamp) {
+            listed.known = false;
+            changed = true;
+        }
+    }
+    m_keysGenerationSeen = generation;
+    if (changed) ListChanged();
+}
+
+void PropertyDB::ListChanged() { m_candidates.reset(); }
+
+std::uint32_t PropertyDB::FindKeyId(const char* keyName) const {
+    const auto found = m_keyIds.find(std::string_view(keyName));
+    return found == m_keyIds.end() ? kNoKeyId : found->second;
+}
+
+const LinkCandidates& PropertyDB::Candidates() {
+    FollowChangedKeys();
+    if (m_candidates != nullptr) return *m_candidates;
+    auto candidates = std::make_unique<LinkCandidates>();
+    candidates->byKey.resize(m_keyNames.size());
+    for (std::size_t i = 0; i < m_properties.size(); ++i) {
+        const auto position = static_cast<std::uint32_t>(i);
+        const ListedKeys& listed = m_listedKeys[i];
+        if (!listed.known) {
+            candidates->unlisted.push_back(position);
+            continue;
+        }
+        if (listed.count == 0) candidates->keyless.push_back(position);
+        for (std::uint32_t k = 0; k < listed.count; ++k) {
+            std::vector<std::uint32_t>& positions = candidates->byKey[m_keyIdPool[listed.first + k]];
+            // A key listed twice by one property counts once.
+            if (positions.empty() || positions.back() != position) positions.push_back(position);
+        }
+    }
+    m_candidates = std::move(candidates);
+    return *m_candidates;
 }
 
 std::uint32_t PropertyDB::GetPropertyCount() const { return static_cast<std::uint32_t>(m_properties.size()); }
-
 void PropertyDB::CopyProperties(IProperty** out) const {
     for (IProperty* property : m_properties) {
         property->AddRef();

@@ -3,12 +3,19 @@
 #pragma once
 
 #include <cstdint>
+#include <deque>
+#include <memory>
 #include <string>
+#include <string_view>
+#include <unordered_map>
 #include <vector>
 
 #include "../property/IProperty.h"
+#include "../property/PropertyKey.h"
 
 namespace TargetOperations {
+
+struct LinkCandidates;
 
 class PropertyDB {
 public:
@@ -26,6 +33,9 @@ public:
     void AddProperty(IProperty* property);
     void InsertPropertyFirst(IProperty* property);
     void RemoveByName(const char* name);
+    // AddProperty for a property the reader built with exactly these keys, so that linking
+    // finds it through its keys instead of visiting it for every key.
+    void AddReadProperty(IProperty* property, const std::vector<PropertyKey>& keys);
 
     std::uint32_t GetPropertyCount() const;
     // Writes every listed pointer with one added reference each.
@@ -42,13 +52,38 @@ public:
     // their current values.
     void LinkSubProperties(IProperty* property);
 
+    // Where linking finds the properties a key may select; rebuilt after the list changed.
+    // A listed property whose keys changed after the read is visited for every key from then on.
+    const LinkCandidates& Candidates();
+    // The number of a key name that some read property lists, or kNoKeyId.
+    static constexpr std::uint32_t kNoKeyId = 0xFFFFFFFFu;
+    std::uint32_t FindKeyId(const char* keyName) const;
+
     const std::string& GetFileName() const { return m_fileName; }
     const std::vector<IProperty*>& Properties() const { return m_properties; }
 
 private:
+    // The keys of one listed property, as ids into m_keyNames, when the database knows them.
+    struct ListedKeys {
+        std::uint32_t first = 0;  // into m_keyIdPool
+        std::uint32_t count = 0;
+        bool known = false;
+        std::uint64_t stamp = 0;  // the property's key stamp when its keys were recorded
+    };
+
+    void ListChanged();
+    void FollowChangedKeys();
+
     void* m_reserved;
     std::vector<IProperty*> m_properties;  // one reference each
     std::string m_fileName;
+
+    std::vector<ListedKeys> m_listedKeys;  // beside m_properties, position for position
+    std::vector<std::uint32_t> m_keyIdPool;
+    std::deque<std::string> m_keyNames;  // by id; a deque keeps the views below valid
+    std::unordered_map<std::string_view, std::uint32_t> m_keyIds;
+    std::unique_ptr<LinkCandidates> m_candidates;  // null until needed and after list changes
+    std::uint64_t m_keysGenerationSeen = 0;        // key generation when the stamps last matched
 };
 
 }  // namespace TargetOperations

@@ -1,5 +1,6 @@
 #include "PropertyDBHandler.h"
 
+#include <cstring>
 
 #include "../property/BooleanProperty.h"
 #include "../property/IntegerProperty.h"
@@ -71,6 +72,67 @@ const TagName kTagNames[] = {
 
 bool IsPropertyElement(std::uint32_t code) { return code >= Tag_PROPERTY && code <= Tag_PROPERTY_BOOL; }
 
+constexpr std::size_t kLongestTagName = 21;  // "ALLOWED_SAMELEVEL_KEY"
+
+// The table's names grouped by length and first character, so that a lookup compares only
+// the one or two names that can match.
+class TagNameIndex {
+public:
+    TagNameIndex() {
+        for (const TagName& entry : kTagNames) {
+            const std::size_t length = std::strlen(entry.name);
+            Bucket(length, entry.name[0]).push_back(Entry{entry.name, entry.code});
+        }
+    }
+
+    PropertyDBTag Find(const char* name, std::size_t length) const {
+        if (length == 0 || length > kLongestTagName) return Tag_NONE;
+        for (const Entry& entry : Bucket(length, name[0])) {
+            if (std::memcmp(entry.name, name, length) == 0) return entry.code;
+        }
+        return Tag_NONE;
+    }
+
+    // The same for a name as the parser hands it over: each code unit stands for its low
+    // byte, as NarrowText reads it, without building the narrow string.
+    PropertyDBTag Find(const XMLCh* name) const {
+        if (name == nullptr || name[0] == 0) return Tag_NONE;
+        std::size_t length = 0;
+        while (name[length] != 0) {
+            if (++length > kLongestTagName) return Tag_NONE;
+        }
+        for (const Entry& entry : Bucket(length, static_cast<char>(name[0] & 0xFF))) {
+            std::size_t i = 0;
+            while (i < length && static_cast<char>(name[i] & 0xFF) == entry.name[i]) ++i;
+            if (i == length) return entry.code;
+        }
+        return Tag_NONE;
+    }
+
+private:
+    struct Entry {
+        const char* name;
+        PropertyDBTag code;
+    };
+    static constexpr std::size_t kFirstCharacterBuckets = 32;
+
+    // Names that share a bucket share the length and the low five bits of the first
+    // character; the comparison settles the rest, the first character included.
+    std::vector<Entry>& Bucket(std::size_t length, char first) {
+        return m_buckets[length][static_cast<unsigned char>(first) % kFirstCharacterBuckets];
+    }
+    const std::vector<Entry>& Bucket(std::size_t length, char first) const {
+        return m_buckets[length][static_cast<unsigned char>(first) % kFirstCharacterBuckets];
+    }
+
+    std::vector<Entry> m_buckets[kLongestTagName + 1][kFirstCharacterBuckets];
+};
+
+const TagNameIndex& TagNames() {
+    static const TagNameIndex names;
+    return names;
+}
+
 }  // namespace
 
 PropertyDBHandler::PropertyDBHandler(PropertyDB* database)
@@ -103,10 +165,7 @@ PropertyDBHandler::PropertyDBHandler(PropertyDB* database)
 PropertyDBHandler::~PropertyDBHandler() = default;
 
 PropertyDBTag PropertyDBHandler::LookupTag(const std::string& name) {
-    for (const TagName& entry : kTagNames) {
-        if (name == entry.name) return entry.code;
-    }
-    return Tag_NONE;
+    return TagNames().Find(name.data(), name.size());
 }
 
 bool PropertyDBHandler::IsValidTag(std::uint32_t code) { return code >= Tag_RLX && code <= Tag_REPLACABLE_ALLOWED; }
@@ -114,13 +173,12 @@ bool PropertyDBHandler::IsValidTag(std::uint32_t code) { return code >= Tag_RLX 
 void PropertyDBHandler::characters(const XMLCh* const chars, const XMLSize_t /*length*/) {
     // Replaces, never appends: when the parser splits one element's content (around
     // comments, CDATA sections or entity references) only the last piece counts.
-    std::string narrowed = NarrowText(chars);
     if (m_currentElement == Tag_JOB_MAJOR_V || m_currentElement == Tag_JOB_MINOR_V) return;
-    m_text = std::move(narrowed);
+    NarrowTextInto(chars, m_text);
 }
 
 void PropertyDBHandler::startElement(const XMLCh* const name, xercesc::AttributeList& /*attributes*/) {
-    const PropertyDBTag code = LookupTag(NarrowText(name));
+    const PropertyDBTag code = TagNames().Find(name);
     if (!IsValidTag(code)) return;
 
     if (code == Tag_SUBLIST) {
@@ -175,7 +233,7 @@ void PropertyDBHandler::StartProperty(std::uint32_t type) {
 }
 
 void PropertyDBHandler::endElement(const XMLCh* const name) {
-    const PropertyDBTag code = LookupTag(NarrowText(name));
+    const PropertyDBTag code = TagNames().Find(name);
     if (!IsValidTag(code)) return;
 
     switch (code) {
@@ -330,7 +388,7 @@ void PropertyDBHandler::EndProperty() {
         // The only path ever taken: every typed property, at any SUBLIST depth, becomes one
         // entry of the flat list in end-tag order. Links come later, from the keys.
         IProperty* property = BuildProperty(m_currentType);
-        if (property != nullptr) m_database->AddProperty(property);
+        if (property != nullptr) m_database->AddReadProperty(property, m_keys);
         return;
     }
     if (!m_sublistClosed) {
@@ -349,57 +407,57 @@ void PropertyDBHandler::EndProperty() {
 
 IProperty* PropertyDBHandler::BuildProperty(std::uint32_t type) {
     const NameAndDescription nameAndDescription(m_name, m_description);
-    IProperty* result = nullptr;
+    // Each Construct makes an object of its own class, so the casts below need no run-time test.
+    Property* property = nullptr;
 
     switch (type) {
     case Tag_PROPERTY_STRING: {
-        IStringProperty* created =
-            StringProperty::Construct(nameAndDescription, m_stringValue, m_allowedStrings, m_allowedAttributes);
-        if (auto* stringProperty = dynamic_cast<StringProperty*>(created)) {
-            stringProperty->SetReplacableAllowed(m_replacableAllowed);
-        }
-        result = created;
+        auto* created = static_cast<StringProperty*>(
+            StringProperty::Construct(nameAndDescription, m_stringValue, m_allowedStrings, m_allowedAttributes));
+        if (created != nullptr) created->SetReplacableAllowed(m_replacableAllowed);
+        property = created;
         break;
     }
     case Tag_PROPERTY_INTEGER: {
-        IIntegerProperty* created = IntegerProperty::Construct(nameAndDescription, m_numericValue, m_allowedIntegers, false);
-        if (auto* integerProperty = dynamic_cast<IntegerProperty*>(created)) {
-            if (m_rangeHi > m_rangeLo) integerProperty->SetAllowedRange(m_rangeLo, m_rangeHi);
-            integerProperty->SetDisplaySuggestion(m_displayType);
+        auto* created = static_cast<IntegerProperty*>(
+            IntegerProperty::Construct(nameAndDescription, m_numericValue, m_allowedIntegers, false));
+        if (created != nullptr) {
+            if (m_rangeHi > m_rangeLo) created->SetAllowedRange(m_rangeLo, m_rangeHi);
+            created->SetDisplaySuggestion(m_displayType);
         }
-        result = created;
+        property = created;
         break;
     }
     case Tag_PROPERTY_LOCATION:
-        result = LocationProperty::Construct(nameAndDescription, static_cast<std::uint32_t>(m_numericValue), m_page,
-                                             0xFFFFFFFFu);
+        property = static_cast<LocationProperty*>(LocationProperty::Construct(
+            nameAndDescription, static_cast<std::uint32_t>(m_numericValue), m_page, 0xFFFFFFFFu));
         break;
     case Tag_PROPERTY_LOCATION_64:
-        result = LocationProperty2::Construct(nameAndDescription, m_numericValue, m_page, 0xFFFFFFFFu);
+        property = static_cast<LocationProperty2*>(
+            LocationProperty2::Construct(nameAndDescription, m_numericValue, m_page, 0xFFFFFFFFu));
         break;
     case Tag_PROPERTY_BOOL:
-        result = BooleanProperty::Construct(nameAndDescription, m_numericValue != 0);
+        property = static_cast<BooleanProperty*>(BooleanProperty::Construct(nameAndDescription, m_numericValue != 0));
         break;
     default:
         // "PROPERTY" and anything else build nothing.
         return nullptr;
     }
+    if (property == nullptr) return nullptr;
 
-    if (auto* property = dynamic_cast<Property*>(result)) {
-        // A string with allowed items already took child key, category and enumeration
-        // value from its selected item; the property's own elements must not override them.
-        const bool stringWithItems = type == Tag_PROPERTY_STRING && !m_allowedAttributes.empty();
-        if (!stringWithItems) {
-            property->SetCategory(m_category);
-            property->SetChildKey(m_childKey.c_str());
-            property->SetEnumValue(m_enumValue);
-        }
-        property->SetEditable(m_editable);
-        property->SetDisabled(m_disabled);
-        property->SetReplacable(m_replacable);
-        for (const PropertyKey& key : m_keys) property->AddKeyName(key);
+    // A string with allowed items already took child key, category and enumeration value
+    // from its selected item; the property's own elements must not override them.
+    const bool stringWithItems = type == Tag_PROPERTY_STRING && !m_allowedAttributes.empty();
+    if (!stringWithItems) {
+        property->SetCategory(m_category);
+        property->SetChildKey(m_childKey.c_str());
+        property->SetEnumValue(m_enumValue);
     }
-    return result;
+    property->SetEditable(m_editable);
+    property->SetDisabled(m_disabled);
+    property->SetReplacable(m_replacable);
+    for (const PropertyKey& key : m_keys) property->AddKeyName(key);
+    return property;
 }
 
 void PropertyDBHandler::ApplyAttribute(std::uint32_t tag) {

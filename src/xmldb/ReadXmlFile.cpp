@@ -4,9 +4,11 @@
 
 #include <xercesc/parsers/SAXParser.hpp>
 #include <xercesc/util/PlatformUtils.hpp>
+#include <xercesc/util/SecurityManager.hpp>
 #include <xercesc/util/XMLException.hpp>
 
 #include "../support/LibraryTrace.h"
+#include "LocalFileEntityResolver.h"
 #include "SaxParseSteps.h"
 
 namespace TargetOperations {
@@ -54,6 +56,13 @@ std::uint32_t ReadXmlFile(const std::string& fileName, xercesc::HandlerBase& han
                                                            nullptr);
         parser->setDocumentHandler(&handler);
         parser->setErrorHandler(&handler);
+        // Hostile files: entity expansion is bounded ("billion laughs") and external entities
+        // are read from local files only. Files without a DTD are read exactly as before.
+        xercesc::SecurityManager securityManager;
+        securityManager.setEntityExpansionLimit(kEntityExpansionLimit);
+        parser->setSecurityManager(&securityManager);
+        LocalFileEntityResolver localFilesOnly;
+        parser->setEntityResolver(&localFilesOnly);
         try {
             steps.Parse(*parser, fileName.c_str());
         } catch (const xercesc::XMLException& exception) {

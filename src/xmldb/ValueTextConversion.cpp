@@ -7,10 +7,50 @@
 
 namespace TargetOperations {
 
+namespace {
+
+int DigitValue(char c) {
+    if (c >= '0' && c <= '9') return c - '0';
+    if (c >= 'a' && c <= 'f') return c - 'a' + 10;
+    if (c >= 'A' && c <= 'F') return c - 'A' + 10;
+    return 99;
+}
+
+// Plain digits of one base that cannot overflow: the value the shared conversion's stream
+// extraction gives for them. Anything else (blanks, signs, other characters, long digit
+// strings) is left to that conversion, which decides those cases.
+bool ReadPlainDigits(const char* digits, std::size_t count, unsigned base, std::size_t maxDigits,
+                     std::uint64_t& value) {
+    if (count == 0 || count > maxDigits) return false;
+    std::uint64_t result = 0;
+    for (std::size_t i = 0; i < count; ++i) {
+        const int digit = DigitValue(digits[i]);
+        if (digit >= static_cast<int>(base)) return false;
+        result = result * base + static_cast<unsigned>(digit);
+    }
+    value = result;
+    return true;
+}
+
+}  // namespace
+
 std::uint64_t ReadPrefixedNumber(const std::string& text) {
     // The shared conversion rejects empty text; an empty value element reads as 0.
     if (text.empty()) return 0;
-    return KW_MBR::uString::ToNumeric<std::uint64_t>(text.c_str());
+    // Most values are plain numbers: read those here, without a string stream.
+    std::uint64_t value = 0;
+    const char* digits = text.c_str();
+    const std::size_t length = text.size();
+    if (digits[0] != '0') {
+        if (ReadPlainDigits(digits, length, 10, 19, value)) return value;
+    } else if (length >= 2 && (digits[1] == 'x' || digits[1] == 'X')) {
+        if (ReadPlainDigits(digits + 2, length - 2, 16, 16, value)) return value;
+    } else if (length == 1) {
+        return 0;
+    } else if (ReadPlainDigits(digits + 1, length - 1, 8, 21, value)) {
+        return value;
+    }
+    return KW_MBR::uString::ToNumeric<std::uint64_t>(digits);
 }
 
 std::int32_t ReadEnumNumber(const std::string& text) {

@@ -2,8 +2,6 @@
 // umbrella header and the shared library, as an outside consumer sees them.
 #pragma once
 
-#include <unistd.h>
-
 #include <cstdint>
 #include <cstdlib>
 #include <memory>
@@ -13,6 +11,8 @@
 #include <gtest/gtest.h>
 
 #include <RLXPropertyHelper.h>
+
+#include "TestPlatform.h"
 
 namespace api_test {
 
@@ -32,11 +32,11 @@ using Owned = std::unique_ptr<T, ReleaseReference>;
 // variant suffix rule looks for digits in the whole path, and the checkout's own location
 // must not take part in it.
 inline void UseXmlDirectory(const char* directory) {
-    ASSERT_EQ(0, chdir(RLX_FIXTURES_DIR "/api"));
-    ASSERT_EQ(0, setenv("KORVA_XMLDB", directory, 1));
+    ASSERT_TRUE(rlx_test::ChangeDirectory(RLX_FIXTURES_DIR "/api"));
+    ASSERT_TRUE(rlx_test::SetVariable("KORVA_XMLDB", directory));
 }
 
-inline void UseSamples() { ASSERT_EQ(0, setenv("KORVA_XMLDB", RLX_SAMPLES_DIR, 1)); }
+inline void UseSamples() { ASSERT_TRUE(rlx_test::SetVariable("KORVA_XMLDB", RLX_SAMPLES_DIR)); }
 
 inline std::uint32_t RefCount(const IProperty* property) {
     property->AddRef();

@@ -2,14 +2,15 @@
 // and publishes its directory in KW_TRACE_LOGGING_DIR when it is loaded.
 #pragma once
 
-#include <dirent.h>
-
-#include <cstdlib>
+#include <filesystem>
 #include <fstream>
 #include <ostream>
 #include <regex>
 #include <string>
+#include <system_error>
 #include <vector>
+
+#include "TestPlatform.h"
 
 namespace api_test {
 
@@ -19,21 +20,22 @@ struct LogLine {
 };
 
 inline std::string LogFilePath() {
-    const char* directory = std::getenv("KW_TRACE_LOGGING_DIR");
-    const char* client = std::getenv("KW_TRACE_DEBUGCLIENT_PID");
-    if (directory == nullptr || client == nullptr) return "";
+    std::string directory;
+    std::string client;
+    if (!rlx_test::ReadVariable("KW_TRACE_LOGGING_DIR", directory) ||
+        !rlx_test::ReadVariable("KW_TRACE_DEBUGCLIENT_PID", client)) {
+        return "";
+    }
     const std::string suffix = std::string("_") + client + ".txt";
-    DIR* listing = opendir(directory);
-    if (listing == nullptr) return "";
     std::string found;
-    while (dirent* entry = readdir(listing)) {
-        const std::string name = entry->d_name;
+    std::error_code error;
+    for (std::filesystem::directory_iterator it(directory, error), end; !error && it != end; it.increment(error)) {
+        const std::string name = it->path().filename().string();
         if (name.rfind("kw_trace_log_", 0) == 0 && name.size() > suffix.size() &&
             name.compare(name.size() - suffix.size(), suffix.size(), suffix) == 0) {
-            found = std::string(directory) + "/" + name;
+            found = directory + rlx_test::kPathSeparator + name;
         }
     }
-    closedir(listing);
     return found;
 }
 

@@ -28,7 +28,8 @@ private:
 TEST_F(LogLines, LogFileIsNamedAfterTheDateAndTheDebugClient) {
     const std::string path = LogFilePath();
     ASSERT_FALSE(path.empty());
-    const std::regex name(R"(.*/\.KW-trace/kw_trace_log_\d{1,2}\d{1,2}\d{4}_\d+\.txt$)");
+    const std::string separator = rlx_test::kPathSeparator == '/' ? "/" : R"(\\)";
+    const std::regex name(".*" + separator + R"(\.KW-trace)" + separator + R"(kw_trace_log_\d{1,2}\d{1,2}\d{4}_\d+\.txt$)");
     EXPECT_TRUE(std::regex_match(path, name)) << path;
 }
 

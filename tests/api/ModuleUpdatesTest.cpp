@@ -1,11 +1,14 @@
 // Extending open databases with trace, SCTM, CTI and OCP module properties.
 
+#include <algorithm>
 #include <string>
 #include <vector>
 
 #include "ApiTestSupport.h"
 
 using namespace api_test;
+using TargetOperations::NameAndDescription;
+using TargetOperations::Property;
 using TargetOperations::ValueAttribute;
 
 namespace {
@@ -100,6 +103,28 @@ TEST(AttachPropertyDB, ActionsWithoutTraceTypeAreRekeyedAndGetTraceTypeOne) {
     EXPECT_STREQ("trace type beside the data", traceType->GetDescription());
     Owned<> root(GetRootProperty(number));
     EXPECT_EQ((std::vector<std::string>{"Trace Type"}), ChildNames(root.get()));
+}
+
+// "Actions" gains its new key after the database was read: linking by that key finds it, as
+// it finds a property read with the key.
+TEST(AttachPropertyDB, RekeyedActionsAreLinkedUnderTheirNewKey) {
+    UseXmlDirectory("db");
+    const std::uint32_t number = Open("actions_only.xml");
+    Owned<> before(GetRootProperty(number));  // linking has looked at the database once already
+    ASSERT_EQ(4u, AttachPropertyDB("trace.xml", number));
+
+    Owned<> data(Property::Construct(NameAndDescription("Data", "")));
+    AsProperty(data.get())->SetChildKey("SAME AS DATA");
+    UpdateSubProperties(number, data.get());
+    const std::vector<std::string> children = ChildNames(data.get());
+    EXPECT_NE(children.end(), std::find(children.begin(), children.end(), "Actions"));
+
+    Owned<> old(Property::Construct(NameAndDescription("Old", "")));
+    AsProperty(old.get())->SetChildKey("EV");
+    UpdateSubProperties(number, old.get());
+    const std::vector<std::string> formerlySelected = ChildNames(old.get());
+    // The former key no longer selects "Actions".
+    EXPECT_EQ(formerlySelected.end(), std::find(formerlySelected.begin(), formerlySelected.end(), "Actions"));
 }
 
 TEST(AttachPropertyDB, WithoutActionsAStringTypeIsRequired) {

@@ -315,7 +315,7 @@ TEST(CreatePropertyDBByName, DirectoryVariableIsReadAtEveryCall) {
 
 TEST(CreatePropertyDBByName, UnsetDirectoryUsesTheNameAsGiven) {
     ASSERT_EQ(0, chdir(RLX_FIXTURES_DIR "/api/db"));
-    ASSERT_EQ(0, unsetenv("KORVA_XMLDB"));
+    ASSERT_TRUE(rlx_test::UnsetVariable("KORVA_XMLDB"));
     ASSERT_EQ(0u, CreatePropertyDBByName("cpu.xml", 0));
     EXPECT_EQ("cpu", TypeDescription(0));
 }

@@ -13,6 +13,22 @@ function(run)
 endfunction()
 
 run(${CMAKE_COMMAND} --install ${BUILD_DIR} --prefix ${prefix})
+if(CONSUMER_TOOLCHAIN)
+  # Cross-built: the same toolchain, the package named directly (the toolchain confines package
+  # searches to the target's root), and the program run through the emulator next to the
+  # installed DLL.
+  run(${CMAKE_COMMAND} -S ${CONSUMER_SOURCE_DIR} -B ${WORK_DIR}/build -G Ninja
+      -DCMAKE_TOOLCHAIN_FILE=${CONSUMER_TOOLCHAIN} -DCMAKE_BUILD_TYPE=Release
+      -DRLXPropertyHelper_DIR=${prefix}/lib/cmake/RLXPropertyHelper)
+  run(${CMAKE_COMMAND} --build ${WORK_DIR}/build)
+  file(GLOB installed_dlls ${prefix}/bin/*.dll)
+  if(NOT installed_dlls)
+    message(FATAL_ERROR "no DLL installed under ${prefix}/bin")
+  endif()
+  file(COPY ${installed_dlls} DESTINATION ${WORK_DIR}/build)
+  run(${CONSUMER_EMULATOR} ${WORK_DIR}/build/consumer.exe)
+  return()
+endif()
 run(${CMAKE_COMMAND} -S ${CONSUMER_SOURCE_DIR} -B ${WORK_DIR}/build -G Ninja
     -DCMAKE_PREFIX_PATH=${prefix} -DCMAKE_BUILD_TYPE=Release
     "-DCMAKE_CXX_FLAGS=${CONSUMER_CXX_FLAGS}" "-DCMAKE_EXE_LINKER_FLAGS=${CONSUMER_CXX_FLAGS}")

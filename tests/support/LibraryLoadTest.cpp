@@ -4,12 +4,10 @@
 
 #include <map>
 #include <regex>
-#include <spawn.h>
 #include <string>
-#include <sys/wait.h>
-#include <unistd.h>
 #include <vector>
 
+#include "TestPlatform.h"
 #include "TestScratch.h"
 
 using rlx_test::ListDirectory;
@@ -24,26 +22,17 @@ struct LoadRun {
     std::map<std::string, std::string> report;
 };
 
-LoadRun LoadLibrary(const std::vector<std::string>& environment) {
+LoadRun LoadInChildProcess(const std::vector<std::string>& environment) {
     const std::string reportPath = ScratchDirectory() + "/report.txt";
     std::vector<std::string> arguments = {RLX_LIBRARY_LOADER_PATH, RLX_LIBRARY_PATH, reportPath};
-    std::vector<char*> argv;
-    for (const std::string& a : arguments) argv.push_back(const_cast<char*>(a.c_str()));
-    argv.push_back(nullptr);
     // In a sanitizer build the runtime's own bookkeeping for a library loaded with dlopen shows
     // up as leaks of the loader; this child only reports what the start-up did.
     std::vector<std::string> childEnvironment = environment;
     childEnvironment.push_back("ASAN_OPTIONS=detect_leaks=0");
-    std::vector<char*> envp;
-    for (const std::string& e : childEnvironment) envp.push_back(const_cast<char*>(e.c_str()));
-    envp.push_back(nullptr);
 
     LoadRun run;
-    pid_t pid = -1;
-    if (posix_spawn(&pid, argv[0], nullptr, nullptr, argv.data(), envp.data()) != 0) return run;
-    int status = 0;
-    if (::waitpid(pid, &status, 0) != pid) return run;
-    run.exitCode = WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status);
+    run.exitCode = rlx_test::RunProgram(arguments, childEnvironment);
+    if (run.exitCode < 0) return run;
     for (const std::string& line : SplitLines(ReadWholeFile(reportPath))) {
         const std::size_t equals = line.find('=');
         if (equals != std::string::npos) run.report[line.substr(0, equals)] = line.substr(equals + 1);
@@ -55,12 +44,12 @@ LoadRun LoadLibrary(const std::vector<std::string>& environment) {
 
 TEST(LibraryLoadTest, LoadingRunsTheStartUp) {
     const std::string home = ScratchDirectory() + "/home";
-    const LoadRun run = LoadLibrary({"USERPROFILE=" + home, "KW_TRACE_LOGGING=1"});
+    const LoadRun run = LoadInChildProcess({"USERPROFILE=" + home, "KW_TRACE_LOGGING=1"});
     ASSERT_EQ(0, run.exitCode);
     const std::string base = home + "/.KW-trace";
-    EXPECT_EQ(base, run.report.at("logging_dir"));
-    EXPECT_EQ(base + "/data", run.report.at("data_dir"));
-    EXPECT_EQ(base + "/settings", run.report.at("settings_dir"));
+    EXPECT_EQ(rlx_test::NativePath(base), run.report.at("logging_dir"));
+    EXPECT_EQ(rlx_test::NativePath(base + "/data"), run.report.at("data_dir"));
+    EXPECT_EQ(rlx_test::NativePath(base + "/settings"), run.report.at("settings_dir"));
     EXPECT_NE("<unset>", run.report.at("debugclient"));
 
     std::vector<std::string> logs;
@@ -71,12 +60,14 @@ TEST(LibraryLoadTest, LoadingRunsTheStartUp) {
     EXPECT_TRUE(std::regex_match(logs[0], std::regex("kw_trace_log_[0-9]+_" + run.report.at("debugclient") + "\\.txt")));
     const std::vector<std::string> lines = SplitLines(ReadWholeFile(base + "/" + logs[0]));
     ASSERT_EQ(2u, lines.size());
-    EXPECT_NE(std::string::npos, lines[0].find("| Logger : trace user settings directory is " + base + "/settings"));
-    EXPECT_NE(std::string::npos, lines[1].find("| Logger : trace temporary data directory is " + base + "/data"));
+    EXPECT_NE(std::string::npos,
+              lines[0].find("| Logger : trace user settings directory is " + rlx_test::NativePath(base + "/settings")));
+    EXPECT_NE(std::string::npos,
+              lines[1].find("| Logger : trace temporary data directory is " + rlx_test::NativePath(base + "/data")));
 }
 
 TEST(LibraryLoadTest, LoadsWithoutAnyProfileDirectory) {
-    const LoadRun run = LoadLibrary({"KW_TRACE_LOGGING=6"});
+    const LoadRun run = LoadInChildProcess({"KW_TRACE_LOGGING=6"});
     ASSERT_EQ(0, run.exitCode);
     EXPECT_EQ("<unset>", run.report.at("logging_dir"));
     EXPECT_EQ("<unset>", run.report.at("data_dir"));

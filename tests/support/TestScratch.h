@@ -4,19 +4,22 @@
 
 #include <gtest/gtest.h>
 
+#include <filesystem>
 #include <fstream>
+#include <regex>
+#include <set>
 #include <sstream>
 #include <string>
+#include <system_error>
 #include <vector>
 
-#include <dirent.h>
-#include <sys/stat.h>
-#include <unistd.h>
+#include "TestPlatform.h"
 
 namespace rlx_test {
 
+// Read as text: on Windows the logger's text-mode stream ends its lines with "\r\n".
 inline std::string ReadWholeFile(const std::string& path) {
-    std::ifstream in(path, std::ios::binary);
+    std::ifstream in(path);
     std::ostringstream content;
     content << in.rdbuf();
     return content.str();
@@ -37,24 +40,28 @@ inline std::vector<std::string> SplitLines(const std::string& text) {
     return lines;
 }
 
+// The text matched literally inside a regular expression (paths carry dots, and backslashes
+// on Windows).
+inline std::string RegexLiteral(const std::string& text) {
+    static const std::regex special(R"([.^$|()\[\]{}*+?\\])");
+    return std::regex_replace(text, special, R"(\$&)");
+}
+
 inline bool IsDirectory(const std::string& path) {
-    struct stat info {};
-    return ::stat(path.c_str(), &info) == 0 && S_ISDIR(info.st_mode);
+    std::error_code error;
+    return std::filesystem::is_directory(path, error);
 }
 
 inline bool IsRegularFile(const std::string& path) {
-    struct stat info {};
-    return ::stat(path.c_str(), &info) == 0 && S_ISREG(info.st_mode);
+    std::error_code error;
+    return std::filesystem::is_regular_file(path, error);
 }
 
 inline std::vector<std::string> ListDirectory(const std::string& path) {
     std::vector<std::string> names;
-    if (DIR* dir = ::opendir(path.c_str())) {
-        while (dirent* entry = ::readdir(dir)) {
-            const std::string name = entry->d_name;
-            if (name != "." && name != "..") names.push_back(name);
-        }
-        ::closedir(dir);
+    std::error_code error;
+    for (std::filesystem::directory_iterator it(path, error), end; !error && it != end; it.increment(error)) {
+        names.push_back(it->path().filename().string());
     }
     return names;
 }
@@ -63,14 +70,19 @@ inline std::vector<std::string> ListDirectory(const std::string& path) {
 inline std::string ScratchDirectory() {
     const ::testing::TestInfo* info = ::testing::UnitTest::GetInstance()->current_test_info();
     std::string path = RLX_SUPPORT_SCRATCH_DIR;
-    ::mkdir(path.c_str(), 0777);
+    std::error_code error;
+    std::filesystem::create_directory(path, error);
     path += "/";
     std::string name = info != nullptr ? std::string(info->test_suite_name()) + "." + info->name() : "outside";
     for (char& c : name) {
         if (c == '/') c = '_';  // parameterised names carry slashes
     }
-    path += name + "." + std::to_string(::getpid());
-    ::mkdir(path.c_str(), 0777);
+    path += name + "." + std::to_string(CurrentProcessId());
+    // Process numbers come round again (quickly under Wine): what an earlier process of the
+    // same number left goes at this process's first use.
+    static std::set<std::string> emptied;
+    if (emptied.insert(path).second) std::filesystem::remove_all(path, error);
+    std::filesystem::create_directory(path, error);
     return path;
 }
 

@@ -5,8 +5,7 @@
 #include <cstdlib>
 #include <string>
 
-#include <unistd.h>
-
+#include "TestPlatform.h"
 #include "support/LibraryTrace.h"
 #include "support/TraceStartup.h"
 #include "support/uLoggerRegistry.h"
@@ -14,10 +13,7 @@
 
 namespace {
 
-const char* Variable(const char* name) {
-    const char* value = std::getenv(name);
-    return value != nullptr ? value : "<unset>";
-}
+std::string Variable(const char* name) { return rlx_test::VariableOr(name, "<unset>"); }
 
 }  // namespace
 
@@ -27,11 +23,11 @@ int main(int argc, char** argv) {
     if (report == nullptr) return 3;
 
     KW_MBR::uLoggerRegistry& registry = KW_MBR::uLoggerRegistry::Instance();
-    std::fprintf(report, "pid=%d\n", static_cast<int>(::getpid()));
-    std::fprintf(report, "debugclient=%s\n", Variable("KW_TRACE_DEBUGCLIENT_PID"));
-    std::fprintf(report, "logging_dir=%s\n", Variable("KW_TRACE_LOGGING_DIR"));
-    std::fprintf(report, "data_dir=%s\n", Variable("KW_TRACE_DATA_DIR"));
-    std::fprintf(report, "settings_dir=%s\n", Variable("KW_TRACE_SETTINGS_DIR"));
+    std::fprintf(report, "pid=%d\n", static_cast<int>(rlx_test::CurrentProcessId()));
+    std::fprintf(report, "debugclient=%s\n", Variable("KW_TRACE_DEBUGCLIENT_PID").c_str());
+    std::fprintf(report, "logging_dir=%s\n", Variable("KW_TRACE_LOGGING_DIR").c_str());
+    std::fprintf(report, "data_dir=%s\n", Variable("KW_TRACE_DATA_DIR").c_str());
+    std::fprintf(report, "settings_dir=%s\n", Variable("KW_TRACE_SETTINGS_DIR").c_str());
     std::fprintf(report, "file_name=%s\n", KW_MBR::TraceStartup::LogFileName().c_str());
     std::fprintf(report, "done=%d\n", KW_MBR::TraceStartup::OneTimeWorkDone() ? 1 : 0);
     std::fprintf(report, "level=%d\n", static_cast<int>(registry.Level()));

@@ -21,8 +21,9 @@ namespace {
 
 const char* const kTimeStamp = "[0-2][0-9]:[0-5][0-9]:[0-6][0-9]:[0-9]{3} \\| ";
 
-std::string ExpectedBase() { return std::string(RLX_STARTUP_HOME) + "/.KW-trace"; }
-std::string LogFile() { return ExpectedBase() + "/" + TraceStartup::LogFileName(); }
+std::string ExpectedBase() { return rlx_test::NativePath(std::string(RLX_STARTUP_HOME) + "/.KW-trace"); }
+std::string InBase(const char* name) { return ExpectedBase() + rlx_test::kPathSeparator + name; }
+std::string LogFile() { return ExpectedBase() + rlx_test::kPathSeparator + TraceStartup::LogFileName(); }
 
 }  // namespace
 
@@ -31,11 +32,11 @@ TEST(TraceStartupLevelOneTest, StartUpWroteTheTwoLoggerLines) {
     ASSERT_EQ(2u, lines.size());
     EXPECT_TRUE(std::regex_match(lines[0], std::regex(std::string("M     ") + kTimeStamp +
                                                       "Logger : trace user settings directory is " +
-                                                      ExpectedBase() + "/settings")))
+                                                      rlx_test::RegexLiteral(InBase("settings")))))
         << lines[0];
     EXPECT_TRUE(std::regex_match(lines[1], std::regex(std::string("M     ") + kTimeStamp +
                                                       "Logger : trace temporary data directory is " +
-                                                      ExpectedBase() + "/data")))
+                                                      rlx_test::RegexLiteral(InBase("data")))))
         << lines[1];
 }
 
@@ -71,7 +72,7 @@ TEST(TraceStartupLevelOneTest, FlagsSeventeenAndLineEnds) {
 TEST(TraceStartupLevelOneTest, SecondSetUpForTheSameFileReusesTheLogger) {
     uLoggerRegistry& registry = uLoggerRegistry::Instance();
     KW_MBR::uLogger* logger = registry.Current();
-    ::setenv("KW_TRACE_LOGGING", "6", 1);
+    rlx_test::SetVariable("KW_TRACE_LOGGING", "6");
     EXPECT_TRUE(registry.SetUp(TraceStartup::LogFileName().c_str(), "KW_TRACE_LOGGING", "KW_TRACE_LOGGING_DIR", true));
     EXPECT_EQ(logger, registry.Current());
     EXPECT_EQ(1, registry.Level());

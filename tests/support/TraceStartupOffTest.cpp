@@ -6,8 +6,6 @@
 #include <regex>
 #include <string>
 
-#include <unistd.h>
-
 #include "TestScratch.h"
 #include "support/LibraryTrace.h"
 #include "support/TraceStartup.h"
@@ -19,12 +17,10 @@ using KW_MBR::uLoggerRegistry;
 
 namespace {
 
-std::string Variable(const char* name) {
-    const char* value = std::getenv(name);
-    return value != nullptr ? value : "<unset>";
-}
+std::string Variable(const char* name) { return rlx_test::VariableOr(name, "<unset>"); }
 
-std::string ExpectedBase() { return std::string(RLX_STARTUP_HOME) + "/.KW-trace"; }
+std::string ExpectedBase() { return rlx_test::NativePath(std::string(RLX_STARTUP_HOME) + "/.KW-trace"); }
+std::string InBase(const char* name) { return ExpectedBase() + rlx_test::kPathSeparator + name; }
 
 }  // namespace
 
@@ -32,21 +28,21 @@ TEST(TraceStartupOffTest, OneTimeWorkIsDone) { EXPECT_TRUE(TraceStartup::OneTime
 
 TEST(TraceStartupOffTest, DirectoriesAreCreatedAndPublished) {
     EXPECT_EQ(ExpectedBase(), Variable("KW_TRACE_LOGGING_DIR"));
-    EXPECT_EQ(ExpectedBase() + "/data", Variable("KW_TRACE_DATA_DIR"));
-    EXPECT_EQ(ExpectedBase() + "/settings", Variable("KW_TRACE_SETTINGS_DIR"));
+    EXPECT_EQ(InBase("data"), Variable("KW_TRACE_DATA_DIR"));
+    EXPECT_EQ(InBase("settings"), Variable("KW_TRACE_SETTINGS_DIR"));
     EXPECT_TRUE(rlx_test::IsDirectory(ExpectedBase()));
-    EXPECT_TRUE(rlx_test::IsDirectory(ExpectedBase() + "/data"));
-    EXPECT_TRUE(rlx_test::IsDirectory(ExpectedBase() + "/settings"));
+    EXPECT_TRUE(rlx_test::IsDirectory(InBase("data")));
+    EXPECT_TRUE(rlx_test::IsDirectory(InBase("settings")));
 }
 
 TEST(TraceStartupOffTest, DebugClientIsThisProcess) {
-    EXPECT_EQ(std::to_string(::getpid()), Variable("KW_TRACE_DEBUGCLIENT_PID"));
+    EXPECT_EQ(std::to_string(rlx_test::CurrentProcessId()), Variable("KW_TRACE_DEBUGCLIENT_PID"));
 }
 
 TEST(TraceStartupOffTest, LogFileNameIsFixed) {
     KW_MBR::uTime now;
     const std::string expected = "kw_trace_log_" + std::to_string(now.Month()) + std::to_string(now.Day()) +
-                                 std::to_string(now.Year()) + "_" + std::to_string(::getpid()) + ".txt";
+                                 std::to_string(now.Year()) + "_" + std::to_string(rlx_test::CurrentProcessId()) + ".txt";
     EXPECT_EQ(expected, TraceStartup::LogFileName());
 }
 
@@ -65,7 +61,7 @@ TEST(TraceStartupOffTest, LoggerExistsButWritesNothing) {
     EXPECT_FALSE(registry.Current()->IsEnabled());
     EXPECT_EQ(0, registry.Level());
     EXPECT_EQ(1u, registry.InitCount());
-    EXPECT_EQ(ExpectedBase() + "/" + TraceStartup::LogFileName(), registry.Current()->Path());
+    EXPECT_EQ(ExpectedBase() + rlx_test::kPathSeparator + TraceStartup::LogFileName(), registry.Current()->Path());
     EXPECT_FALSE(KW_MBR::LibraryTraceEnabled());
     KW_MBR::LibraryTrace(KW_MBR::TraceError, "RLXPropertyHelper: not written %d", 1);
     EXPECT_FALSE(rlx_test::IsRegularFile(registry.Current()->Path()));
@@ -75,7 +71,7 @@ TEST(TraceStartupOffTest, RunningAgainOnlyRepeatsTheSetUp) {
     const std::string fileName = TraceStartup::LogFileName();
     uLoggerRegistry& registry = uLoggerRegistry::Instance();
     KW_MBR::uLogger* logger = registry.Current();
-    ::setenv("KW_TRACE_LOGGING", "1", 1);
+    rlx_test::SetVariable("KW_TRACE_LOGGING", "1");
     TraceStartup::Run();
     EXPECT_EQ(fileName, TraceStartup::LogFileName());
     EXPECT_EQ(logger, registry.Current());

@@ -27,7 +27,7 @@ std::string SetFailure(const char* name, const char* value) {
 }  // namespace
 
 TEST(uEnvironmentTest, UnsetVariableReadsEmpty) {
-    ::unsetenv("RLX_TEST_UNSET_VARIABLE");
+    rlx_test::UnsetVariable("RLX_TEST_UNSET_VARIABLE");
     EXPECT_STREQ("", uEnvironment::Get("RLX_TEST_UNSET_VARIABLE"));
 }
 
@@ -36,7 +36,7 @@ TEST(uEnvironmentTest, NullNameReadsEmpty) { EXPECT_STREQ("", uEnvironment::Get(
 TEST(uEnvironmentTest, SetThenGet) {
     EXPECT_TRUE(uEnvironment::Set("RLX_TEST_VARIABLE", "some value"));
     EXPECT_STREQ("some value", uEnvironment::Get("RLX_TEST_VARIABLE"));
-    EXPECT_STREQ("some value", std::getenv("RLX_TEST_VARIABLE"));
+    EXPECT_EQ("some value", rlx_test::VariableOr("RLX_TEST_VARIABLE", "<unset>"));
     EXPECT_TRUE(uEnvironment::Set("RLX_TEST_VARIABLE", ""));
     EXPECT_STREQ("", uEnvironment::Get("RLX_TEST_VARIABLE"));
 }
@@ -46,14 +46,14 @@ TEST(uEnvironmentTest, NullNameRaises) {
 }
 
 TEST(uEnvironmentTest, NullValueRaises) {
-    ::setenv("RLX_TEST_KEPT", "kept", 1);
+    rlx_test::SetVariable("RLX_TEST_KEPT", "kept");
     EXPECT_EQ("failed set an environment variable value to null", SetFailure("RLX_TEST_KEPT", nullptr));
-    EXPECT_STREQ("kept", std::getenv("RLX_TEST_KEPT"));
+    EXPECT_EQ("kept", rlx_test::VariableOr("RLX_TEST_KEPT", "<unset>"));
 }
 
 TEST(uEnvironmentTest, ReadsOfOneThreadShareOneCacheEntry) {
-    ::setenv("RLX_TEST_A", "alpha", 1);
-    ::setenv("RLX_TEST_B", "beta", 1);
+    rlx_test::SetVariable("RLX_TEST_A", "alpha");
+    rlx_test::SetVariable("RLX_TEST_B", "beta");
     const char* first = uEnvironment::Get("RLX_TEST_A");
     EXPECT_STREQ("alpha", first);
     const char* second = uEnvironment::Get("RLX_TEST_B");
@@ -62,8 +62,8 @@ TEST(uEnvironmentTest, ReadsOfOneThreadShareOneCacheEntry) {
 }
 
 TEST(uEnvironmentTest, OtherThreadsDoNotTouchThisThreadsEntry) {
-    ::setenv("RLX_TEST_A", "alpha", 1);
-    ::setenv("RLX_TEST_B", "beta", 1);
+    rlx_test::SetVariable("RLX_TEST_A", "alpha");
+    rlx_test::SetVariable("RLX_TEST_B", "beta");
     const char* mine = uEnvironment::Get("RLX_TEST_A");
     const char* theirs = nullptr;
     std::string theirValue;
@@ -78,20 +78,22 @@ TEST(uEnvironmentTest, OtherThreadsDoNotTouchThisThreadsEntry) {
 }
 
 TEST(TraceDirectoriesTest, JoinAddsOneSeparator) {
-    EXPECT_EQ("/a/b/c", TraceDirectories::Join("/a/b", "c"));
-    EXPECT_EQ("/a/b/c", TraceDirectories::Join("/a/b/", "c"));
-    EXPECT_EQ("/c", TraceDirectories::Join("", "c"));
+    using rlx_test::NativePath;
+    EXPECT_EQ(NativePath("/a/b/c"), TraceDirectories::Join(NativePath("/a/b"), "c"));
+    EXPECT_EQ(NativePath("/a/b/c"), TraceDirectories::Join(NativePath("/a/b/"), "c"));
+    EXPECT_EQ(NativePath("/c"), TraceDirectories::Join("", "c"));
 }
 
 TEST(TraceDirectoriesTest, JoinCollapsesRunsOfSeparators) {
-    EXPECT_EQ("/a/b/c", TraceDirectories::Join("//a//b", "c"));
-    EXPECT_EQ("/a/x/y", TraceDirectories::Join("/a", "x///y"));
-    EXPECT_EQ("/a/", TraceDirectories::Join("/a////", "/"));
+    using rlx_test::NativePath;
+    EXPECT_EQ(NativePath("/a/b/c"), TraceDirectories::Join("//a//b", "c"));
+    EXPECT_EQ(NativePath("/a/x/y"), TraceDirectories::Join("/a", "x///y"));
+    EXPECT_EQ(NativePath("/a/"), TraceDirectories::Join("/a////", "/"));
 }
 
 TEST(TraceDirectoriesTest, CreateWithParentsMakesEveryLevel) {
     const std::string base = rlx_test::ScratchDirectory();
-    const std::string deep = base + "/one/two/three";
+    const std::string deep = rlx_test::NativePath(base + "/one/two/three");
     TraceDirectories::CreateWithParents(deep);
     EXPECT_TRUE(rlx_test::IsDirectory(base + "/one"));
     EXPECT_TRUE(rlx_test::IsDirectory(base + "/one/two"));
@@ -102,29 +104,35 @@ TEST(TraceDirectoriesTest, CreateWithParentsMakesEveryLevel) {
 
 TEST(TraceDirectoriesTest, CreateWithParentsSkipsDriveLikePrefixes) {
     const std::string base = rlx_test::ScratchDirectory();
-    const std::string path = base + "/drive:/sub";
+    const std::string path = rlx_test::NativePath(base + "/drive:/sub");
     TraceDirectories::CreateWithParents(path);
     EXPECT_FALSE(rlx_test::IsDirectory(base + "/drive:"));
     EXPECT_FALSE(rlx_test::IsDirectory(path));
 }
 
 TEST(TraceDirectoriesTest, UserProfileComesFirst) {
-    ::setenv("USERPROFILE", "/profile/dir", 1);
-    ::setenv("HOME", "/home/dir", 1);
+    rlx_test::SetVariable("USERPROFILE", "/profile/dir");
+    rlx_test::SetVariable("HOME", "/home/dir");
     EXPECT_EQ("/profile/dir", TraceDirectories::UserProfile());
 }
 
 TEST(TraceDirectoriesTest, HomeWhenUserProfileIsUnsetOrEmpty) {
-    ::setenv("HOME", "/home/dir", 1);
-    ::unsetenv("USERPROFILE");
+    rlx_test::SetVariable("HOME", "/home/dir");
+    rlx_test::UnsetVariable("USERPROFILE");
+    if (!rlx_test::kHomeStandsInForUserProfile) {
+        EXPECT_THROW(TraceDirectories::UserProfile(), source_utilities_error);
+        rlx_test::SetVariable("USERPROFILE", "");
+        EXPECT_THROW(TraceDirectories::UserProfile(), source_utilities_error);
+        return;
+    }
     EXPECT_EQ("/home/dir", TraceDirectories::UserProfile());
-    ::setenv("USERPROFILE", "", 1);
+    rlx_test::SetVariable("USERPROFILE", "");
     EXPECT_EQ("/home/dir", TraceDirectories::UserProfile());
 }
 
 TEST(TraceDirectoriesTest, NoProfileAtAllRaises) {
-    ::unsetenv("USERPROFILE");
-    ::unsetenv("HOME");
+    rlx_test::UnsetVariable("USERPROFILE");
+    rlx_test::UnsetVariable("HOME");
     try {
         TraceDirectories::UserProfile();
         FAIL() << "no exception";
@@ -136,11 +144,11 @@ TEST(TraceDirectoriesTest, NoProfileAtAllRaises) {
 
 TEST(TraceDirectoriesTest, TheThreeDirectoriesAreCreatedUnderTheProfile) {
     const std::string profile = rlx_test::ScratchDirectory() + "/nested//profile/";
-    ::setenv("USERPROFILE", profile.c_str(), 1);
+    rlx_test::SetVariable("USERPROFILE", profile.c_str());
     const std::string expectedBase = rlx_test::ScratchDirectory() + "/nested/profile/.KW-trace";
-    EXPECT_EQ(expectedBase, TraceDirectories::Logging());
-    EXPECT_EQ(expectedBase + "/data", TraceDirectories::Data());
-    EXPECT_EQ(expectedBase + "/settings", TraceDirectories::Settings());
+    EXPECT_EQ(rlx_test::NativePath(expectedBase), TraceDirectories::Logging());
+    EXPECT_EQ(rlx_test::NativePath(expectedBase + "/data"), TraceDirectories::Data());
+    EXPECT_EQ(rlx_test::NativePath(expectedBase + "/settings"), TraceDirectories::Settings());
     EXPECT_TRUE(rlx_test::IsDirectory(expectedBase + "/data"));
     EXPECT_TRUE(rlx_test::IsDirectory(expectedBase + "/settings"));
 }

@@ -6,6 +6,7 @@ current output (then review the diff before committing).
 """
 import json
 import os
+import shlex
 import shutil
 import subprocess
 import sys
@@ -18,6 +19,8 @@ SAMPLES = os.path.join(SOURCE, "samples")
 GOLDEN = os.path.join(HERE, "golden")
 FIXTURES = os.path.join(HERE, "fixtures")
 RLXPROP = os.environ.get("RLXPROP", "rlxprop")
+# A command that runs the binary, e.g. Wine for a Windows build of the tool ("" runs it directly).
+RUNNER = shlex.split(os.environ.get("RLXPROP_RUNNER", ""))
 UPDATE = os.environ.get("RLX_UPDATE_GOLDEN") == "1"
 
 
@@ -28,7 +31,8 @@ def run(*args, env_extra=None, drop=(), executable=None):
     for name in drop:
         env.pop(name, None)
     env.update(env_extra or {})
-    result = subprocess.run([executable or RLXPROP, *args], capture_output=True, text=True, env=env, timeout=120)
+    result = subprocess.run([*RUNNER, executable or RLXPROP, *args], capture_output=True, text=True, env=env,
+                            timeout=120)
     return result.returncode, result.stdout, result.stderr
 
 
@@ -285,7 +289,7 @@ class RlxpropTest(unittest.TestCase):
         env.pop("KORVA_XMLDB", None)
         env.pop("NO_COLOR", None)
         env.update(env_extra or {})
-        process = subprocess.Popen([RLXPROP, *args], stdout=secondary, stderr=subprocess.PIPE, env=env)
+        process = subprocess.Popen([*RUNNER, RLXPROP, *args], stdout=secondary, stderr=subprocess.PIPE, env=env)
         os.close(secondary)
         chunks = []
         while True:

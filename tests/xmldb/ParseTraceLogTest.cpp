@@ -9,6 +9,7 @@
 #include <gtest/gtest.h>
 #include <xercesc/util/RuntimeException.hpp>
 
+#include "TestPlatform.h"
 #include "XmlDbTestSupport.h"
 #include "support/LibraryTrace.h"
 #include "xmldb/DriverDB.h"
@@ -18,16 +19,12 @@ using namespace xmldb_test;
 
 namespace {
 
-std::string EnvironmentValue(const char* name) {
-    const char* value = std::getenv(name);
-    return value != nullptr ? value : "";
-}
+std::string EnvironmentValue(const char* name) { return rlx_test::VariableOr(name, ""); }
 
 // <KW_TRACE_LOGGING_DIR>/kw_trace_log_<month><day><year>_<debug-client pid>.txt
 std::string LogFilePath() {
     const std::time_t now = std::time(nullptr);
-    std::tm local{};
-    localtime_r(&now, &local);
+    const std::tm local = *std::localtime(&now);
     return EnvironmentValue("KW_TRACE_LOGGING_DIR") + "/kw_trace_log_" + std::to_string(local.tm_mon + 1) +
            std::to_string(local.tm_mday) + std::to_string(local.tm_year + 1900) + "_" +
            EnvironmentValue("KW_TRACE_DEBUGCLIENT_PID") + ".txt";

@@ -14,9 +14,8 @@
 #include <share.h>
 #include <tlhelp32.h>
 
+#include <cstdlib>
 #include <vector>
-
-#include "support/TraceStartup.h"
 
 namespace KW_MBR {
 namespace Platform {
@@ -42,7 +41,12 @@ bool GetEnvironment(const char* name, std::string& value) {
     return true;
 }
 
-bool SetEnvironment(const char* name, const char* value) { return SetEnvironmentVariableA(name, value) != 0; }
+// The C runtime keeps its own copy of the environment for getenv; it follows first (it cannot
+// hold an empty value), then the system's block gets the exact value.
+bool SetEnvironment(const char* name, const char* value) {
+    _putenv_s(name, value);
+    return SetEnvironmentVariableA(name, value) != 0;
+}
 
 const char* const* UserProfileVariables() {
     static const char* const names[] = {"USERPROFILE", nullptr};
@@ -138,13 +142,3 @@ void RecursiveMutex::Unlock() { LeaveCriticalSection(static_cast<CRITICAL_SECTIO
 
 }  // namespace Platform
 }  // namespace KW_MBR
-
-// Every loader notification runs the start-up; only the first does the one-time work. Nothing
-// may escape into the loader: a failed start-up only leaves the process without logging.
-extern "C" BOOL WINAPI DllMain(HINSTANCE, DWORD, LPVOID) {
-    try {
-        KW_MBR::TraceStartup::Run();
-    } catch (...) {
-    }
-    return TRUE;
-}

@@ -1,0 +1,302 @@
+#!/usr/bin/env python3
+"""Runs the performance suite and writes its figures as a Markdown table.
+
+Usage: scripts/performance/run-performance.py [--build-dir build/perf] [--repetitions 5]
+       [--output docs/performance.md] [--json FILE] [--from-json FILE] [--baseline FILE]
+
+The suite (target rlx_performance_benchmarks) must be built; configure with
+-DRLX_BUILD_BENCHMARKS=ON and a release build type. Every figure is the median of the
+repetitions; ratios compare figures of the same run. Generated databases go to a temporary
+directory, never into the source tree.
+"""
+
+import argparse
+import datetime
+import json
+import os
+import platform
+import re
+import subprocess
+import sys
+import tempfile
+
+ROOT = os.path.dirname(os.path.dirname(os.path.dirname(os.path.abspath(__file__))))
+EXECUTABLE = os.path.join("benchmarks", "rlx_performance_benchmarks")
+MEASURES = ["ReadFileBytes", "BareParse", "CreateAndRelease", "RootProperty", "EditType", "ConvertBack",
+            "LoadMemory"]
+
+
+def run_suite(build_dir, repetitions, min_time, benchmark_filter, json_path):
+    executable = os.path.join(build_dir, EXECUTABLE)
+    if not os.access(executable, os.X_OK):
+        sys.exit(f"{executable} is missing: build the target rlx_performance_benchmarks first")
+    home = os.path.join(build_dir, "benchmarks", "home")
+    os.makedirs(home, exist_ok=True)
+    env = dict(os.environ)
+    for name in ("KW_TRACE_LOGGING", "KW_TRACE_DEBUGCLIENT_PID", "KORVA_XMLDB"):
+        env.pop(name, None)
+    env["USERPROFILE"] = home
+    command = [executable, f"--benchmark_repetitions={repetitions}", "--benchmark_report_aggregates_only=true",
+               f"--benchmark_min_time={min_time}", "--benchmark_format=console",
+               f"--benchmark_out={json_path}", "--benchmark_out_format=json"]
+    if benchmark_filter:
+        command.append(f"--benchmark_filter={benchmark_filter}")
+    subprocess.run(command, env=env, check=True)
+
+
+def medians(report):
+    """{(measure, dataset): benchmark entry of the median aggregate}"""
+    result = {}
+    for entry in report["benchmarks"]:
+        if entry.get("run_type") == "aggregate" and entry.get("aggregate_name") != "median":
+            continue
+        name = entry.get("run_name", entry["name"])
+        name = re.sub(r"/iterations:\d+$", "", name)
+        name = re.sub(r"/repeats:\d+$", "", name)
+        measure, _, dataset = name.partition("/")
+        if entry.get("error_occurred"):
+            continue
+        result[(measure, dataset)] = entry
+    return result
+
+
+def microseconds(entry):
+    scale = {"ns": 1e-3, "us": 1.0, "ms": 1e3, "s": 1e6}[entry.get("time_unit", "ns")]
+    # CPU time of the benchmark's single thread: on a shared machine it moves far less with the
+    # other processes' load than the wall-clock time does.
+    return entry["cpu_time"] * scale
+
+
+def datasets(figures):
+    seen = []
+    for measure, dataset in figures:
+        if dataset not in seen:
+            seen.append(dataset)
+
+    def order(dataset):
+        match = re.fullmatch(r"N=(\d+)", dataset)
+        return (0, int(match.group(1)), "") if match else (1, 0, dataset)
+
+    return sorted(seen, key=order)
+
+
+def fmt(value, digits=3):
+    if value is None:
+        return "n/a"
+    if value >= 1000:
+        return f"{value:,.0f}"
+    return f"{value:.{digits}g}"
+
+
+def row_figures(figures, dataset):
+    def get(measure):
+        return figures.get((measure, dataset))
+
+    read, parse, load, root, edit, convert, memory = (get(m) for m in MEASURES)
+    row = {}
+    row["properties"] = int(memory["properties"]) if memory and "properties" in memory else None
+    row["kib"] = parse["bytes"] / 1024 if parse and "bytes" in parse else None
+    row["read"] = microseconds(read) if read else None
+    row["parse"] = microseconds(parse) if parse else None
+    row["load"] = microseconds(load) if load else None
+    row["ratio"] = row["load"] / row["parse"] if row["load"] and row["parse"] else None
+    row["root"] = microseconds(root) if root else None
+    row["nodes"] = int(root["nodes"]) if root and "nodes" in root else None
+    row["per_node"] = row["root"] / row["nodes"] if row["root"] and row["nodes"] else None
+    row["edit"] = microseconds(edit) if edit else None
+    row["convert"] = microseconds(convert) if convert else None
+    props = row["properties"]
+    row["peak"] = memory["peak_bytes"] / props if memory and props else None
+    row["kept"] = memory["kept_bytes"] / props if memory and props else None
+    return row
+
+
+def machine_description(context):
+    cpu = platform.processor() or "unknown"
+    try:
+        with open("/proc/cpuinfo") as info:
+            for line in info:
+                if line.startswith("model name"):
+                    cpu = line.split(":", 1)[1].strip()
+                    break
+    except OSError:
+        pass
+    memory = "unknown"
+    try:
+        with open("/proc/meminfo") as info:
+            for line in info:
+                if line.startswith("MemTotal"):
+                    memory = f"{int(line.split()[1]) / (1024 * 1024):.1f} GiB"
+                    break
+    except OSError:
+        pass
+    os_name = platform.platform()
+    try:
+        with open("/etc/os-release") as release:
+            for line in release:
+                if line.startswith("PRETTY_NAME="):
+                    os_name = line.split("=", 1)[1].strip().strip('"') + f" (kernel {platform.release()})"
+    except OSError:
+        pass
+    load = context.get("load_avg")
+    return [
+        f"- Date: {context.get('date', 'unknown')}",
+        f"- CPU: {cpu}, {context.get('num_cpus', os.cpu_count())} cores at {context.get('mhz_per_cpu', '?')} MHz",
+        f"- Memory: {memory}",
+        f"- System: {os_name}",
+        f"- Load average when the run started: {', '.join(f'{x:.2f}' for x in load) if load else 'unknown'}",
+        "- Build: suite and library RelWithDebInfo (-O2 -g); the Google Benchmark library is the "
+        f"distribution's ({context.get('library_build_type', 'unknown')} build), which only does the timing",
+    ]
+
+
+TABLE_HEAD = [
+    ("Database", None),
+    ("Properties", "properties"),
+    ("File KiB", "kib"),
+    ("Read bytes µs", "read"),
+    ("Bare parse µs", "parse"),
+    ("Load + release µs", "load"),
+    ("Load / parse", "ratio"),
+    ("GetRootProperty µs", "root"),
+    ("Linked nodes", "nodes"),
+    ("µs per linked node", "per_node"),
+    ("Edit + relink µs", "edit"),
+    ("ConvertBack µs", "convert"),
+    ("Peak bytes per property", "peak"),
+    ("Kept bytes per property", "kept"),
+]
+
+
+def markdown_table(figures):
+    lines = ["| " + " | ".join(title for title, _ in TABLE_HEAD) + " |",
+             "|" + "|".join("---" if key is None else "---:" for _, key in TABLE_HEAD) + "|"]
+    for dataset in datasets(figures):
+        row = row_figures(figures, dataset)
+        cells = [dataset if dataset.startswith("N=") else f"`{dataset}`"]
+        for _, key in TABLE_HEAD[1:]:
+            value = row[key]
+            if key == "ratio" and value is not None:
+                cells.append(f"{value:.2f}")
+            elif key in ("properties", "nodes") and value is not None:
+                cells.append(f"{value:,}")
+            else:
+                cells.append(fmt(value))
+        lines.append("| " + " | ".join(cells) + " |")
+    return lines
+
+
+def linking_comparison(figures, baseline):
+    lines = ["| Database | Linked nodes | µs per linked node before | after | Edit + relink µs before | after | "
+             "ConvertBack µs before | after | Load / parse before | after |",
+             "|---|---:|---:|---:|---:|---:|---:|---:|---:|---:|"]
+    for dataset in datasets(figures):
+        after = row_figures(figures, dataset)
+        before = row_figures(baseline, dataset)
+        label = dataset if dataset.startswith("N=") else f"`{dataset}`"
+
+        def ratio(value):
+            return f"{value:.2f}" if value is not None else "n/a"
+
+        lines.append(f"| {label} | {after['nodes'] if after['nodes'] is not None else 'n/a'} | "
+                     f"{fmt(before['per_node'])} | {fmt(after['per_node'])} | "
+                     f"{fmt(before['edit'])} | {fmt(after['edit'])} | "
+                     f"{fmt(before['convert'])} | {fmt(after['convert'])} | "
+                     f"{ratio(before['ratio'])} | {ratio(after['ratio'])} |")
+    return lines
+
+
+def write_markdown(path, report, repetitions, baseline):
+    figures = medians(report)
+    context = report.get("context", {})
+    lines = [
+        "# Performance",
+        "",
+        "Figures of the performance suite (`benchmarks/PerformanceBenchmark.cpp`), written by "
+        "`scripts/performance/run-performance.py`. Each figure is the median of "
+        f"{repetitions} repetitions, in CPU time of the benchmark's thread (the machine may be shared); "
+        "ratios compare figures of the same run.",
+        "",
+        "## Machine",
+        "",
+        *machine_description(context),
+        "",
+        "## What is measured",
+        "",
+        "- `N=...`: generated databases of N top-level properties. \"Type\" has four allowed values whose "
+        "keys select one subtree each; below them string selectors and Booleans select further "
+        "levels (eight children per key), with integers, 32-bit and 64-bit locations, key numbers "
+        "in both orders, same-level keys and second keys. The linked tree holds about N/4 nodes.",
+        "- The bundled samples, copied to a scratch directory.",
+        "- Read bytes: reading the file into memory. Bare parse: `XMLPlatformUtils::Initialize`, a "
+        "`SAXParser` parse of the same file with an empty `HandlerBase`, `Terminate`: the floor of any load.",
+        "- Load + release: `CreatePropertyDBByName` + `ReleasePropertyDB`; Load / parse is its ratio to the bare parse.",
+        "- GetRootProperty: the copy of \"Type\" with its whole tree linked, and its release; per linked node "
+        "divides by the nodes of that tree.",
+        "- Edit + relink: `SetValue` of \"Type\" to another allowed value and `UpdateSubProperties` "
+        "(the edits alternate between two values).",
+        "- ConvertBack: an edited whole tree taken back into the database's own \"Type\" tree (alternating "
+        "between two trees, so that every call relinks).",
+        "- Peak / kept bytes per property: bytes held through `operator new` (the parser's included) at the "
+        "highest point of one load, and after it, divided by the properties of the file.",
+        "",
+        "## Figures",
+        "",
+        *markdown_table(figures),
+        "",
+        "## Reproducing",
+        "",
+        "```sh",
+        "cmake -S . -B build/perf -DCMAKE_BUILD_TYPE=RelWithDebInfo -DRLX_BUILD_BENCHMARKS=ON",
+        "cmake --build build/perf -j2 --target rlx_performance_benchmarks",
+        "scripts/performance/run-performance.py --build-dir build/perf --repetitions 5",
+        "```",
+        "",
+        "The default preset builds the suite too (`build/default`); the suite is never run as a test.",
+    ]
+    if baseline is not None:
+        lines += ["", "## Before and after the candidate index and the reader's quick paths", "",
+                  "Before: linking scanned the whole database for every linked node, and the reader looked "
+                  "element names up by a linear scan of the tag table and converted every number through a "
+                  "string stream. After: linking visits only the candidates of the keys in play, in file "
+                  "order, and the reader does neither. Each column holds medians of its own run on the "
+                  "same machine; \"n/a\" marks figures the earlier run did not reach (one ConvertBack at "
+                  "N=100000 took minutes).", "", *linking_comparison(figures, medians(baseline))]
+    lines.append("")
+    with open(path, "w", encoding="utf-8") as out:
+        out.write("\n".join(lines))
+
+
+def main():
+    parser = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
+    parser.add_argument("--build-dir", default=os.path.join(ROOT, "build", "perf"))
+    parser.add_argument("--repetitions", type=int, default=5)
+    parser.add_argument("--min-time", default="0.2")
+    parser.add_argument("--filter", default="")
+    parser.add_argument("--output", default=os.path.join(ROOT, "docs", "performance.md"))
+    parser.add_argument("--json", help="keep the raw results of this run in this file")
+    parser.add_argument("--from-json", help="write the table from an earlier run's raw results instead of running")
+    parser.add_argument("--baseline", help="raw results of an earlier run to compare linking with")
+    args = parser.parse_args()
+
+    if args.from_json:
+        with open(args.from_json) as raw:
+            report = json.load(raw)
+    else:
+        with tempfile.TemporaryDirectory(prefix="rlx-performance-") as scratch:
+            json_path = args.json or os.path.join(scratch, "results.json")
+            run_suite(os.path.abspath(args.build_dir), args.repetitions, args.min_time, args.filter, json_path)
+            with open(json_path) as raw:
+                report = json.load(raw)
+    report.setdefault("context", {}).setdefault("date", datetime.datetime.utcnow().strftime("%Y-%m-%d %H:%M UTC"))
+    baseline = None
+    if args.baseline:
+        with open(args.baseline) as raw:
+            baseline = json.load(raw)
+    repetitions = max([entry.get("repetitions", 1) for entry in report.get("benchmarks", [])] or [args.repetitions])
+    write_markdown(args.output, report, repetitions, baseline)
+    print(f"wrote {args.output}")
+
+
+if __name__ == "__main__":
+    main()

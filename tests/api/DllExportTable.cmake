@@ -1,0 +1,131 @@
+# Checks the export table of the Windows DLL: every plain function present by its plain name,
+# the exported classes present, no internal helper and nothing of the statically linked
+# runtimes exported.
+# Usage: cmake -DLIBRARY=<dll> -DOBJDUMP=<objdump> -DCXXFILT=<c++filt> -P DllExportTable.cmake
+
+if(NOT LIBRARY OR NOT EXISTS "${LIBRARY}")
+  message(FATAL_ERROR "library not found: '${LIBRARY}'")
+endif()
+if(NOT OBJDUMP OR NOT CXXFILT)
+  message(FATAL_ERROR "OBJDUMP and CXXFILT are required")
+endif()
+
+execute_process(COMMAND ${OBJDUMP} -p "${LIBRARY}" OUTPUT_VARIABLE dump RESULT_VARIABLE dump_result)
+if(NOT dump_result EQUAL 0)
+  message(FATAL_ERROR "${OBJDUMP} -p failed on ${LIBRARY}")
+endif()
+
+# The name table: "[Ordinal/Name Pointer] Table" followed by lines "\t[   n] name".
+string(FIND "${dump}" "[Ordinal/Name Pointer] Table" table_at)
+if(table_at EQUAL -1)
+  message(FATAL_ERROR "${LIBRARY} has no export name table")
+endif()
+string(SUBSTRING "${dump}" ${table_at} -1 table)
+string(REPLACE "\n" ";" table_lines "${table}")
+set(exported "")
+foreach(line IN LISTS table_lines)
+  if(line MATCHES "^[ \t]*\\[ *[0-9]+\\] ([^ \t]+)$")
+    list(APPEND exported "${CMAKE_MATCH_1}")
+  elseif(exported AND line STREQUAL "")
+    break()
+  endif()
+endforeach()
+list(LENGTH exported exported_count)
+if(exported_count EQUAL 0)
+  message(FATAL_ERROR "no exported names found in ${LIBRARY}")
+endif()
+
+list(JOIN exported "\n" exported_text)
+file(WRITE "${CMAKE_CURRENT_BINARY_DIR}/dll_exports.txt" "${exported_text}\n")
+execute_process(COMMAND ${CXXFILT} INPUT_FILE "${CMAKE_CURRENT_BINARY_DIR}/dll_exports.txt"
+  OUTPUT_VARIABLE demangled RESULT_VARIABLE demangle_result)
+if(NOT demangle_result EQUAL 0)
+  message(FATAL_ERROR "${CXXFILT} failed")
+endif()
+
+set(failures "")
+
+set(plain_functions
+  CreatePropertyDB CreatePropertyDBByName AttachPropertyDB ReleasePropertyDB
+  GetRootProperty GetRootPropertyByFile
+  GetPropertyFromDB GetPropertyFromDB_noClone GetPropertyFromDBByEnum GetPropertyFromDBByNameEnum_noClone
+  UpdateAllDBsForOCP UpdateAllDBsForSCTM UpdateDBForCTI UpdateDBForCTI_XTRIG UpdateDBForCTIEx UpdateSTMType
+  RemoveAllowedFromDB DisableChildForDisabledAllowed UpdateSubProperties ConvertBack GetRLXServerName
+  CastBoolean CastIBoolean CastIInteger CastILocation CastILocation2 CastIString
+  CastInteger CastLocation CastLocation2 CastString)
+foreach(name IN LISTS plain_functions)
+  list(FIND exported "${name}" at)
+  if(at EQUAL -1)
+    list(APPEND failures "plain function not exported by its plain name: ${name}")
+  endif()
+endforeach()
+
+set(exported_classes
+  "typeinfo for TargetOperations::Property"
+  "vtable for TargetOperations::Property"
+  "typeinfo for TargetOperations::StringProperty"
+  "typeinfo for Kw::Mbr::Korva::korvaError"
+  "TargetOperations::Property::Construct("
+  "TargetOperations::StringProperty::Construct("
+  "TargetOperations::ValueAttribute::ValueAttribute("
+  "TargetOperations::PropertyKey::PropertyKey("
+  "TargetOperations::NameAndDescription::NameAndDescription("
+  "Kw::Mbr::Korva::korvaError::korvaError(")
+foreach(symbol IN LISTS exported_classes)
+  string(FIND "${demangled}" "${symbol}" at)
+  if(at EQUAL -1)
+    list(APPEND failures "exported class symbol missing: ${symbol}")
+  endif()
+endforeach()
+
+# Internal helpers of the library, and the C++ and thread runtimes linked into it.
+set(internal_patterns
+  "(^|[^A-Za-z_])uString([^A-Za-z_]|$)"
+  "(^|[^A-Za-z_])uLogger"
+  "(^|[^A-Za-z_])uTime([^A-Za-z_]|$)"
+  "(^|[^A-Za-z_])uMutex([^A-Za-z_]|$)"
+  "(^|[^A-Za-z_])uFile([^A-Za-z_]|$)"
+  "(^|[^A-Za-z_])uEnvironment"
+  "KW_MBR::Platform"
+  "TraceStartup"
+  "TargetOperations::PropertyDB([^A-Za-z_]|$)"
+  "TargetOperations::PropertyDBHandler"
+  "TargetOperations::DriverDB"
+  "DriverRecord"
+  "PropertyDbRegistry"
+  "PropertyDbEntry"
+  "XmlDbPath"
+  "XmlFileExists"
+  "LoadFailureText"
+  "CpuTypeKeys"
+  "CopyToCallerBuffer"
+  "ClearCallerBuffer"
+  "ExpandReplaceables"
+  "HasReplaceables"
+  "ReadAllowedReplacement"
+  "ReadPropertyReplacement"
+  "AddAllowedValueWithKey"
+  "LibraryTrace"
+  "^DllMain$"
+  "^pthread_"
+  "^__cxa_"
+  "^__gxx_"
+  "^_Unwind_"
+  "^std::"
+  "__gnu_cxx")
+string(REPLACE "\n" ";" demangled_lines "${demangled}")
+foreach(line IN LISTS demangled_lines)
+  foreach(pattern IN LISTS internal_patterns)
+    if(line MATCHES "${pattern}")
+      list(APPEND failures "internal symbol exported: ${line}")
+      break()
+    endif()
+  endforeach()
+endforeach()
+
+if(failures)
+  list(JOIN failures "\n  " report)
+  message(FATAL_ERROR "export table of ${LIBRARY}:\n  ${report}")
+endif()
+list(LENGTH plain_functions plain_count)
+message(STATUS "${exported_count} names exported; the ${plain_count} plain functions by their plain names; no internal helper exported")

@@ -1,0 +1,105 @@
+// The reader's quick ways against the slow ones they stand in for: plain numbers read
+// without a string stream give what the shared conversion gives, and element names matched
+// straight from the parser's UTF-16 text select what the narrowed name selects.
+#include <cstdint>
+#include <random>
+#include <string>
+#include <vector>
+
+#include <gtest/gtest.h>
+#include <xercesc/sax/AttributeList.hpp>
+
+#include "XmlDbTestSupport.h"
+#include "support/uString.h"
+#include "xmldb/PropertyDBHandler.h"
+#include "xmldb/ValueTextConversion.h"
+
+using namespace xmldb_test;
+
+namespace {
+
+std::uint64_t SharedConversion(const std::string& text) {
+    if (text.empty()) return 0;
+    return KW_MBR::uString::ToNumeric<std::uint64_t>(text.c_str());
+}
+
+TEST(ReaderNumbers, AgreeWithTheSharedConversionOnChosenTexts) {
+    const std::vector<std::string> texts = {
+        "0", "7", "10", "010", "08", "09", "0x", "0X", "0x1F", "0X1f", "0xFFFFFFFFFFFFFFFF", "0x10000000000000000",
+        "18446744073709551615", "18446744073709551616", "9999999999999999999", "99999999999999999999",
+        "0777777777777777777777", "01777777777777777777777", "02000000000000000000000", "12abc", "abc", " 5", "5 ",
+        "+5", "-5", "0x-1", "0x 1", "0xg", "00", "0x0x5", "1e3", "٣", std::string("1\0" "2", 3), "\n  42\n",
+        "0000000000000000000000000000001", "0x00000000000000000000001"};
+    for (const std::string& text : texts) {
+        EXPECT_EQ(ReadPrefixedNumber(text), SharedConversion(text)) << '"' << text << '"';
+    }
+}
+
+TEST(ReaderNumbers, AgreeWithTheSharedConversionOnRandomTexts) {
+    const std::string alphabet = "0123456789abcdefxXABCDEF +-g";
+    std::mt19937 engine(20261122u);
+    for (int i = 0; i < 20000; ++i) {
+        std::string text;
+        const std::size_t length = engine() % 24;
+        if (engine() % 3 == 0) text = engine() % 2 == 0 ? "0x" : "0";
+        for (std::size_t k = 0; k < length; ++k) text.push_back(alphabet[engine() % alphabet.size()]);
+        ASSERT_EQ(ReadPrefixedNumber(text), SharedConversion(text)) << '"' << text << '"';
+    }
+}
+
+class NoAttributes : public xercesc::AttributeList {
+public:
+    XMLSize_t getLength() const override { return 0; }
+    const XMLCh* getName(const XMLSize_t) const override { return nullptr; }
+    const XMLCh* getType(const XMLSize_t) const override { return nullptr; }
+    const XMLCh* getValue(const XMLSize_t) const override { return nullptr; }
+    const XMLCh* getType(const XMLCh* const) const override { return nullptr; }
+    const XMLCh* getValue(const XMLCh* const) const override { return nullptr; }
+    const XMLCh* getValue(const char* const) const override { return nullptr; }
+};
+
+std::u16string Widen(const std::string& text, char16_t highByte) {
+    std::u16string wide;
+    for (char c : text) wide.push_back(static_cast<char16_t>(highByte | static_cast<unsigned char>(c)));
+    return wide;
+}
+
+// A property element of the given name builds a property exactly when the narrowed name is
+// one of the typed property tags; inside a property, an element of the given name names it
+// exactly when the narrowed name is "NAME".
+TEST(ReaderElementNames, MatchAsTheNarrowedNameDoes) {
+    const std::vector<std::string> names = {"PROPERTY_BOOL", "PROPERTY_INTEGER", "PROPERTY_STRING", "PROPERTY_LOCATION",
+                                            "PROPERTY_LOCATION_64", "PROPERTY", "pROPERTY_BOOL", "PROPERTY_BOOl",
+                                            "PROPERTY_BOOL ", "PROPERTY_BOO", "pROPERTY_LOCATION_64", "", "NAME",
+                                            "nAME", "NAMe", "NAMEX", "ALLOWED_SAMELEVEL_KEY", "ALLOWED_SAMELEVEL_KEYS"};
+    NoAttributes none;
+    for (const std::string& name : names) {
+        for (char16_t highByte : {u'\0', u'\x0100', u'\xFF00'}) {
+            const PropertyDBTag expected = PropertyDBHandler::LookupTag(name);
+            const bool typed = expected >= Tag_PROPERTY_STRING && expected <= Tag_PROPERTY_BOOL;
+            PropertyDB db(Fixture("untyped_only.xml"));
+            {
+                PropertyDBHandler handler(&db);
+                const std::u16string wide = Widen(name, highByte);
+                handler.startElement(wide.c_str(), none);
+                handler.startElement(u"NAME", none);
+                handler.characters(u"named", 5);
+                handler.endElement(u"NAME");
+                handler.endElement(wide.c_str());
+                EXPECT_EQ(db.GetPropertyCount(), typed ? 1u : 0u) << name << " high byte " << int(highByte);
+                if (expected >= Tag_PROPERTY && expected <= Tag_PROPERTY_BOOL) continue;  // would start a property
+
+                handler.startElement(u"PROPERTY_BOOL", none);
+                handler.startElement(wide.c_str(), none);
+                handler.characters(u"other", 5);
+                handler.endElement(wide.c_str());
+                handler.endElement(u"PROPERTY_BOOL");
+            }
+            ASSERT_EQ(db.GetPropertyCount(), 1u) << name << " high byte " << int(highByte);
+            EXPECT_EQ(std::string(db.Properties().back()->GetName()), expected == Tag_NAME ? "other" : "")
+                << name << " high byte " << int(highByte);
+        }
+    }
+}
+
+}  // namespace
