@@ -1,13 +1,16 @@
 #include "XmlDbDirectory.h"
 
-#include <cstdlib>
 #include <fstream>
+
+#include "../support/Platform.h"
 
 namespace TargetOperations {
 
 std::string XmlDbPath(const std::string& fileName) {
-    const char* directory = std::getenv("KORVA_XMLDB");
-    std::string path = directory != nullptr ? directory : "";
+    // Read from the process environment itself, so that a host setting the variable with the
+    // system's own call (not the C runtime's copy) is seen at once.
+    std::string path;
+    if (!KW_MBR::Platform::GetEnvironment("KORVA_XMLDB", path)) path.clear();
     if (!path.empty()) path += "/";
     path += fileName;
     return path;
