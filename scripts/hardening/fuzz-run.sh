@@ -16,9 +16,7 @@ work="$root/build/fuzz-work"
 mkdir -p "$work/$name/corpus" "$work/$name/artifacts" "$work/$name/tmp" "$work/home"
 
 export ASAN_OPTIONS="detect_leaks=1:abort_on_error=0"
-# The library's deliberate leaks plus the third-party ones only fuzz inputs reach.
-cat "$root/tests/lsan.supp" "$root/fuzz/lsan-fuzz.supp" > "$work/lsan-fuzz.supp"
-export LSAN_OPTIONS="suppressions=$work/lsan-fuzz.supp:print_suppressions=0"
+export LSAN_OPTIONS="suppressions=$root/tests/lsan.supp:print_suppressions=0"
 export UBSAN_OPTIONS="print_stacktrace=1:halt_on_error=1"
 export KW_TRACE_LOGGING=0 USERPROFILE="$work/home" TMPDIR="$work/$name/tmp"
 
