@@ -1,9 +1,10 @@
 #!/usr/bin/env bash
-# Installs the Debian packages the build needs, only when one is missing.
+# Installs the Debian packages the build needs, and any further ones named as arguments, only
+# when one is missing.
 set -euo pipefail
 
 packages=(build-essential cmake ninja-build pkg-config libxerces-c-dev libgtest-dev libgmock-dev
-          libbenchmark-dev libcli11-dev nlohmann-json3-dev python3 python3-jsonschema graphviz)
+          libbenchmark-dev libcli11-dev nlohmann-json3-dev python3 python3-jsonschema graphviz "$@")
 
 missing=()
 for p in "${packages[@]}"; do

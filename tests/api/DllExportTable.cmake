@@ -45,14 +45,8 @@ endif()
 
 set(failures "")
 
-set(plain_functions
-  CreatePropertyDB CreatePropertyDBByName AttachPropertyDB ReleasePropertyDB
-  GetRootProperty GetRootPropertyByFile
-  GetPropertyFromDB GetPropertyFromDB_noClone GetPropertyFromDBByEnum GetPropertyFromDBByNameEnum_noClone
-  UpdateAllDBsForOCP UpdateAllDBsForSCTM UpdateDBForCTI UpdateDBForCTI_XTRIG UpdateDBForCTIEx UpdateSTMType
-  RemoveAllowedFromDB DisableChildForDisabledAllowed UpdateSubProperties ConvertBack GetRLXServerName
-  CastBoolean CastIBoolean CastIInteger CastILocation CastILocation2 CastIString
-  CastInteger CastLocation CastLocation2 CastString)
+include(${CMAKE_CURRENT_LIST_DIR}/ExportExpectations.cmake)
+set(plain_functions ${rlx_plain_functions})
 foreach(name IN LISTS plain_functions)
   list(FIND exported "${name}" at)
   if(at EQUAL -1)
@@ -79,33 +73,7 @@ foreach(symbol IN LISTS exported_classes)
 endforeach()
 
 # Internal helpers of the library, and the C++ and thread runtimes linked into it.
-set(internal_patterns
-  "(^|[^A-Za-z_])uString([^A-Za-z_]|$)"
-  "(^|[^A-Za-z_])uLogger"
-  "(^|[^A-Za-z_])uTime([^A-Za-z_]|$)"
-  "(^|[^A-Za-z_])uMutex([^A-Za-z_]|$)"
-  "(^|[^A-Za-z_])uFile([^A-Za-z_]|$)"
-  "(^|[^A-Za-z_])uEnvironment"
-  "KW_MBR::Platform"
-  "TraceStartup"
-  "TargetOperations::PropertyDB([^A-Za-z_]|$)"
-  "TargetOperations::PropertyDBHandler"
-  "TargetOperations::DriverDB"
-  "DriverRecord"
-  "PropertyDbRegistry"
-  "PropertyDbEntry"
-  "XmlDbPath"
-  "XmlFileExists"
-  "LoadFailureText"
-  "CpuTypeKeys"
-  "CopyToCallerBuffer"
-  "ClearCallerBuffer"
-  "ExpandReplaceables"
-  "HasReplaceables"
-  "ReadAllowedReplacement"
-  "ReadPropertyReplacement"
-  "AddAllowedValueWithKey"
-  "LibraryTrace"
+set(internal_patterns ${rlx_internal_symbol_patterns}
   "^DllMain$"
   "^pthread_"
   "^__cxa_"

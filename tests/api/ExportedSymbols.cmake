@@ -19,14 +19,8 @@ endif()
 
 set(failures "")
 
-set(plain_functions
-  CreatePropertyDB CreatePropertyDBByName AttachPropertyDB ReleasePropertyDB
-  GetRootProperty GetRootPropertyByFile
-  GetPropertyFromDB GetPropertyFromDB_noClone GetPropertyFromDBByEnum GetPropertyFromDBByNameEnum_noClone
-  UpdateAllDBsForOCP UpdateAllDBsForSCTM UpdateDBForCTI UpdateDBForCTI_XTRIG UpdateDBForCTIEx UpdateSTMType
-  RemoveAllowedFromDB DisableChildForDisabledAllowed UpdateSubProperties ConvertBack GetRLXServerName
-  CastBoolean CastIBoolean CastIInteger CastILocation CastILocation2 CastIString
-  CastInteger CastLocation CastLocation2 CastString)
+include(${CMAKE_CURRENT_LIST_DIR}/ExportExpectations.cmake)
+set(plain_functions ${rlx_plain_functions})
 foreach(name IN LISTS plain_functions)
   if(NOT raw MATCHES "(^|\n)[0-9a-f]+ T ${name}(\n|$)")
     list(APPEND failures "plain function not exported unmangled: ${name}")
@@ -61,30 +55,7 @@ foreach(symbol IN LISTS exported_classes)
 endforeach()
 
 # Internal helpers: none of them may reach the dynamic symbol table.
-set(internal_patterns
-  "(^|[^A-Za-z_])uString([^A-Za-z_]|$)"
-  "(^|[^A-Za-z_])uLogger"
-  "(^|[^A-Za-z_])uTime([^A-Za-z_]|$)"
-  "(^|[^A-Za-z_])uMutex([^A-Za-z_]|$)"
-  "(^|[^A-Za-z_])uFile([^A-Za-z_]|$)"
-  "TargetOperations::PropertyDB([^A-Za-z_]|$)"
-  "TargetOperations::PropertyDBHandler"
-  "TargetOperations::DriverDB"
-  "DriverRecord"
-  "PropertyDbRegistry"
-  "PropertyDbEntry"
-  "XmlDbPath"
-  "XmlFileExists"
-  "LoadFailureText"
-  "CpuTypeKeys"
-  "CopyToCallerBuffer"
-  "ClearCallerBuffer"
-  "ExpandReplaceables"
-  "HasReplaceables"
-  "ReadAllowedReplacement"
-  "ReadPropertyReplacement"
-  "AddAllowedValueWithKey"
-  "LibraryTrace")
+set(internal_patterns ${rlx_internal_symbol_patterns})
 string(REPLACE "\n" ";" demangled_lines "${demangled}")
 foreach(line IN LISTS demangled_lines)
   foreach(pattern IN LISTS internal_patterns)
