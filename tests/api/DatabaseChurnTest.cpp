@@ -1,5 +1,5 @@
-// 10,000 databases created and released in a loop: the numbers keep increasing and the
-// memory returns to its starting level. A small database keeps the loop about the
+// Thousands of databases created and released in a loop: the numbers keep increasing and
+// the memory returns to its starting level. A small database keeps the loop about the
 // reader's set-up and the registry.
 #include <string>
 
@@ -10,7 +10,13 @@ using namespace api_test;
 
 namespace {
 
-constexpr int kDatabases = 10000;
+// Every create pays Xerces's full initialise and terminate: about 1 ms natively, about 100 ms
+// under Wine, where the Windows transcoder's start-up reads the registry through the Wine
+// server. The Windows build runs a shorter loop; it has no heap count to check there anyway.
+#ifndef RLX_CHURN_DATABASES
+#define RLX_CHURN_DATABASES 10000
+#endif
+constexpr int kDatabases = RLX_CHURN_DATABASES;
 
 // Whatever one more create/release cycle may leave behind in all: far less than one database.
 constexpr std::size_t kSlackBytes = 64 * 1024;
@@ -27,7 +33,7 @@ std::uint32_t CreateAndRelease() {
 
 }  // namespace
 
-TEST(DatabaseChurn, TenThousandDatabasesComeAndGoWithoutGrowth) {
+TEST(DatabaseChurn, ThousandsOfDatabasesComeAndGoWithoutGrowth) {
     UseXmlDirectory("../hardening/churn");
     // The first cycle caches the driver table and starts the process-wide pieces.
     std::uint32_t previous = CreateAndRelease();
