@@ -104,6 +104,7 @@ void RunAllowedValuePass(const std::vector<IProperty*>& properties) {
 }  // namespace
 
 bool HasReplaceables(const PropertyDB& database) {
+    if (!database.MayHaveReplaceables()) return false;
     for (IProperty* element : database.Properties()) {
         auto* property = dynamic_cast<Property*>(element);
         if (property != nullptr && property->IsReplacable() != NotReplacable) return true;

@@ -20,4 +20,25 @@ void NarrowTextInto(const XMLCh* text, std::string& target) {
     for (std::size_t i = 0; i < length; ++i) out[i] = static_cast<char>(static_cast<unsigned char>(text[i] & 0xFF));
 }
 
+void NarrowTextInto(const XMLCh* text, std::size_t length, std::string& target) {
+    if (text == nullptr) {
+        target.clear();
+        return;
+    }
+    target.resize(length);
+    char* out = target.data();
+    for (std::size_t i = 0; i < length; ++i) {
+        if (text[i] == 0) {
+            target.resize(i);
+            return;
+        }
+        out[i] = static_cast<char>(static_cast<unsigned char>(text[i] & 0xFF));
+    }
+    // The parser's buffers end in a zero unit right after the counted text; should one ever
+    // run on, the text still ends at its first zero unit.
+    for (std::size_t i = length; text[i] != 0; ++i) {
+        target.push_back(static_cast<char>(static_cast<unsigned char>(text[i] & 0xFF)));
+    }
+}
+
 }  // namespace TargetOperations

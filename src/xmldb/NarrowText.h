@@ -1,6 +1,7 @@
 // UTF-16 text from the XML parser as the readers' 8-bit text (internal).
 #pragma once
 
+#include <cstddef>
 #include <string>
 
 #include <xercesc/util/XercesDefs.hpp>
@@ -13,5 +14,9 @@ std::string NarrowText(const XMLCh* text);
 
 // The same into target, replacing its content and reusing its storage.
 void NarrowTextInto(const XMLCh* text, std::string& target);
+
+// The same for text whose length the parser already counted: one pass, and the text still
+// ends at its first zero unit, before or after length.
+void NarrowTextInto(const XMLCh* text, std::size_t length, std::string& target);
 
 }  // namespace TargetOperations

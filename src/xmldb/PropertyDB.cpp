@@ -40,33 +40,27 @@ std::uint32_t PropertyDB::Parse(const std::string& fileName) {
 }
 
 void PropertyDB::AddProperty(IProperty* property) {
+    m_mayHaveReplaceables = true;
     m_properties.push_back(property);
     m_listedKeys.emplace_back();
     ListChanged();
 }
 
-void PropertyDB::AddReadProperty(IProperty* property, const std::vector<PropertyKey>& keys) {
+void PropertyDB::AddReadProperty(Property* property, const std::vector<PropertyKey>& keys, bool markedReplaceable) {
+    if (markedReplaceable) m_mayHaveReplaceables = true;
     ListedKeys listed;
     listed.first = static_cast<std::uint32_t>(m_keyIdPool.size());
     listed.count = static_cast<std::uint32_t>(keys.size());
     listed.known = true;
-    for (const PropertyKey& key : keys) {
-        const std::string& name = key.KeyName();
-        auto found = m_keyIds.find(std::string_view(name));
-        if (found == m_keyIds.end()) {
-            m_keyNames.push_back(name);
-            found = m_keyIds.emplace(std::string_view(m_keyNames.back()), static_cast<std::uint32_t>(m_keyNames.size() - 1))
-                        .first;
-        }
-        m_keyIdPool.push_back(found->second);
-    }
-    if (const auto* read = dynamic_cast<const Property*>(property)) listed.stamp = read->m_keysStamp;
+    for (const PropertyKey& key : keys) m_keyIdPool.push_back(m_keyIds.Intern(key.KeyName()));
+    listed.stamp = property->m_keysStamp;
     m_properties.push_back(property);
     m_listedKeys.push_back(listed);
     ListChanged();
 }
 
 void PropertyDB::InsertPropertyFirst(IProperty* property) {
+    m_mayHaveReplaceables = true;
     m_properties.insert(m_properties.begin(), property);
     m_listedKeys.insert(m_listedKeys.begin(), ListedKeys());
     ListChanged();
@@ -102,15 +96,15 @@ void PropertyDB::FollowChangedKeys() {
 void PropertyDB::ListChanged() { m_candidates.reset(); }
 
 std::uint32_t PropertyDB::FindKeyId(const char* keyName) const {
-    const auto found = m_keyIds.find(std::string_view(keyName));
-    return found == m_keyIds.end() ? kNoKeyId : found->second;
+    const std::uint32_t id = m_keyIds.Find(keyName);
+    return id == KeyNameIds::kNone ? kNoKeyId : id;
 }
 
 const LinkCandidates& PropertyDB::Candidates() {
     FollowChangedKeys();
     if (m_candidates != nullptr) return *m_candidates;
     auto candidates = std::make_unique<LinkCandidates>();
-    candidates->byKey.resize(m_keyNames.size());
+    candidates->byKey.resize(m_keyIds.Count());
     for (std::size_t i = 0; i < m_properties.size(); ++i) {
         const auto position = static_cast<std::uint32_t>(i);
         const ListedKeys& listed = m_listedKeys[i];

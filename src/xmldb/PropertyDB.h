@@ -3,19 +3,18 @@
 #pragma once
 
 #include <cstdint>
-#include <deque>
 #include <memory>
 #include <string>
-#include <string_view>
-#include <unordered_map>
 #include <vector>
 
 #include "../property/IProperty.h"
 #include "../property/PropertyKey.h"
+#include "KeyNameIds.h"
 
 namespace TargetOperations {
 
 struct LinkCandidates;
+class Property;
 
 class PropertyDB {
 public:
@@ -34,8 +33,9 @@ public:
     void InsertPropertyFirst(IProperty* property);
     void RemoveByName(const char* name);
     // AddProperty for a property the reader built with exactly these keys, so that linking
-    // finds it through its keys instead of visiting it for every key.
-    void AddReadProperty(IProperty* property, const std::vector<PropertyKey>& keys);
+    // finds it through its keys instead of visiting it for every key. markedReplaceable tells
+    // whether it was read with a replaceable mark, on itself or on its allowed values.
+    void AddReadProperty(Property* property, const std::vector<PropertyKey>& keys, bool markedReplaceable);
 
     std::uint32_t GetPropertyCount() const;
     // Writes every listed pointer with one added reference each.
@@ -59,11 +59,15 @@ public:
     static constexpr std::uint32_t kNoKeyId = 0xFFFFFFFFu;
     std::uint32_t FindKeyId(const char* keyName) const;
 
+    // False only when every listed property came from the reader unmarked: the load then
+    // skips the replacement passes without visiting each property again.
+    bool MayHaveReplaceables() const { return m_mayHaveReplaceables; }
+
     const std::string& GetFileName() const { return m_fileName; }
     const std::vector<IProperty*>& Properties() const { return m_properties; }
 
 private:
-    // The keys of one listed property, as ids into m_keyNames, when the database knows them.
+    // The keys of one listed property, as numbers of m_keyIds, when the database knows them.
     struct ListedKeys {
         std::uint32_t first = 0;  // into m_keyIdPool
         std::uint32_t count = 0;
@@ -80,10 +84,10 @@ private:
 
     std::vector<ListedKeys> m_listedKeys;  // beside m_properties, position for position
     std::vector<std::uint32_t> m_keyIdPool;
-    std::deque<std::string> m_keyNames;  // by id; a deque keeps the views below valid
-    std::unordered_map<std::string_view, std::uint32_t> m_keyIds;
+    KeyNameIds m_keyIds;
     std::unique_ptr<LinkCandidates> m_candidates;  // null until needed and after list changes
     std::uint64_t m_keysGenerationSeen = 0;        // key generation when the stamps last matched
+    bool m_mayHaveReplaceables = false;
 };
 
 }  // namespace TargetOperations

@@ -1,5 +1,6 @@
 #include "PropertyDBHandler.h"
 
+#include <cstdint>
 #include <cstring>
 
 #include "../property/BooleanProperty.h"
@@ -93,27 +94,35 @@ public:
         return Tag_NONE;
     }
 
-    // The same for a name as the parser hands it over: each code unit stands for its low
-    // byte, as NarrowText reads it, without building the narrow string.
-    PropertyDBTag Find(const XMLCh* name) const {
-        if (name == nullptr || name[0] == 0) return Tag_NONE;
-        std::size_t length = 0;
-        while (name[length] != 0) {
-            if (++length > kLongestTagName) return Tag_NONE;
-        }
-        for (const Entry& entry : Bucket(length, static_cast<char>(name[0] & 0xFF))) {
-            std::size_t i = 0;
-            while (i < length && static_cast<char>(name[i] & 0xFF) == entry.name[i]) ++i;
-            if (i == length) return entry.code;
-        }
-        return Tag_NONE;
-    }
-
-private:
     struct Entry {
         const char* name;
         PropertyDBTag code;
     };
+
+    // The same for a name as the parser hands it over: each code unit stands for its low
+    // byte, as NarrowText reads it, without building the narrow string. Null when no tag
+    // has that name; length receives the name's length on a match.
+    const Entry* Find(const XMLCh* name, std::size_t& length) const {
+        if (name == nullptr || name[0] == 0) return nullptr;
+        length = 0;
+        while (name[length] != 0) {
+            if (++length > kLongestTagName) return nullptr;
+        }
+        for (const Entry& entry : Bucket(length, static_cast<char>(name[0] & 0xFF))) {
+            if (SameNarrowedText(name, entry.name, length)) return &entry;
+        }
+        return nullptr;
+    }
+
+    // Whether the first length units of name narrow to text. A zero unit never matches a
+    // table character, so a shorter name stops the comparison at its terminator.
+    static bool SameNarrowedText(const XMLCh* name, const char* text, std::size_t length) {
+        std::size_t i = 0;
+        while (i < length && static_cast<char>(name[i] & 0xFF) == text[i]) ++i;
+        return i == length;
+    }
+
+private:
     static constexpr std::size_t kFirstCharacterBuckets = 32;
 
     // Names that share a bucket share the length and the low five bits of the first
@@ -134,6 +143,23 @@ const TagNameIndex& TagNames() {
 }
 
 }  // namespace
+
+PropertyDBTag PropertyDBHandler::RecentTagNames::Find(const XMLCh* name) {
+    // The parser's name buffers are 16-byte aligned and a few hundred bytes apart: the slot
+    // comes from a multiplicative hash of the address above those low bits.
+    const std::uint64_t address = static_cast<std::uint64_t>(reinterpret_cast<std::uintptr_t>(name)) >> 4;
+    Entry& recent = m_entries[(address * 0x9E3779B97F4A7C15ull) >> (64 - kEntryBits)];
+    // The text is compared first, so that the read at length stays inside the name.
+    if (recent.name == name && name != nullptr && TagNameIndex::SameNarrowedText(name, recent.text, recent.length) &&
+        name[recent.length] == 0) {
+        return recent.code;
+    }
+    std::size_t length = 0;
+    const TagNameIndex::Entry* found = TagNames().Find(name, length);
+    if (found == nullptr) return Tag_NONE;
+    recent = Entry{name, found->name, length, found->code};
+    return found->code;
+}
 
 PropertyDBHandler::PropertyDBHandler(PropertyDB* database)
     : m_database(database),
@@ -159,7 +185,8 @@ PropertyDBHandler::PropertyDBHandler(PropertyDB* database)
       m_eventCategory(0),
       m_eventId(0),
       m_replacable(NotReplacable),
-      m_replacableAllowed(NotReplacable) {}
+      m_replacableAllowed(NotReplacable),
+      m_nameAndDescription(std::string(), std::string()) {}
 
 // The built properties belong to the database; only the handler's own data goes.
 PropertyDBHandler::~PropertyDBHandler() = default;
@@ -170,15 +197,15 @@ PropertyDBTag PropertyDBHandler::LookupTag(const std::string& name) {
 
 bool PropertyDBHandler::IsValidTag(std::uint32_t code) { return code >= Tag_RLX && code <= Tag_REPLACABLE_ALLOWED; }
 
-void PropertyDBHandler::characters(const XMLCh* const chars, const XMLSize_t /*length*/) {
+void PropertyDBHandler::characters(const XMLCh* const chars, const XMLSize_t length) {
     // Replaces, never appends: when the parser splits one element's content (around
     // comments, CDATA sections or entity references) only the last piece counts.
     if (m_currentElement == Tag_JOB_MAJOR_V || m_currentElement == Tag_JOB_MINOR_V) return;
-    NarrowTextInto(chars, m_text);
+    NarrowTextInto(chars, length, m_text);
 }
 
 void PropertyDBHandler::startElement(const XMLCh* const name, xercesc::AttributeList& /*attributes*/) {
-    const PropertyDBTag code = TagNames().Find(name);
+    const PropertyDBTag code = m_recentTagNames.Find(name);
     if (!IsValidTag(code)) return;
 
     if (code == Tag_SUBLIST) {
@@ -233,7 +260,7 @@ void PropertyDBHandler::StartProperty(std::uint32_t type) {
 }
 
 void PropertyDBHandler::endElement(const XMLCh* const name) {
-    const PropertyDBTag code = TagNames().Find(name);
+    const PropertyDBTag code = m_recentTagNames.Find(name);
     if (!IsValidTag(code)) return;
 
     switch (code) {
@@ -296,12 +323,11 @@ void PropertyDBHandler::endElement(const XMLCh* const name) {
         m_keyNumber = static_cast<std::uint32_t>(ReadDecimal(m_text));
         break;
     case Tag_KEYITEM: {
-        const PropertyKey key(m_keyName, m_keyNumber);
         Property* builtProperty = m_built ? dynamic_cast<Property*>(m_openParent) : nullptr;
         if (builtProperty != nullptr) {
-            builtProperty->AddKeyName(key);
+            builtProperty->AddKeyName(PropertyKey(m_keyName, m_keyNumber));
         } else {
-            m_keys.push_back(key);
+            m_keys.emplace_back(m_keyName, m_keyNumber);
         }
         break;
     }
@@ -387,8 +413,8 @@ void PropertyDBHandler::EndProperty() {
     if (m_openParent == nullptr) {
         // The only path ever taken: every typed property, at any SUBLIST depth, becomes one
         // entry of the flat list in end-tag order. Links come later, from the keys.
-        IProperty* property = BuildProperty(m_currentType);
-        if (property != nullptr) m_database->AddReadProperty(property, m_keys);
+        Property* property = BuildProperty(m_currentType);
+        if (property != nullptr) m_database->AddReadProperty(property, m_keys, ReadWithReplaceableMark());
         return;
     }
     if (!m_sublistClosed) {
@@ -405,8 +431,17 @@ void PropertyDBHandler::EndProperty() {
     m_openParent = grandParent;
 }
 
-IProperty* PropertyDBHandler::BuildProperty(std::uint32_t type) {
-    const NameAndDescription nameAndDescription(m_name, m_description);
+bool PropertyDBHandler::ReadWithReplaceableMark() const {
+    return m_replacable != NotReplacable ||
+           (m_currentType == Tag_PROPERTY_STRING && m_replacableAllowed != NotReplacable);
+}
+
+Property* PropertyDBHandler::BuildProperty(std::uint32_t type) {
+    // One object reused for every property: assigning keeps its storage, so only the
+    // property's own copy allocates.
+    m_nameAndDescription.SetName(m_name.c_str());
+    m_nameAndDescription.SetDescription(m_description.c_str());
+    const NameAndDescription& nameAndDescription = m_nameAndDescription;
     // Each Construct makes an object of its own class, so the casts below need no run-time test.
     Property* property = nullptr;
 

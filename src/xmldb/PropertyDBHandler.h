@@ -10,6 +10,7 @@
 
 #include "../property/IIntegerProperty.h"
 #include "../property/IProperty.h"
+#include "../property/NameAndDescription.h"
 #include "../property/PropertyKey.h"
 #include "../property/Replacable.h"
 #include "../property/ValueAttribute.h"
@@ -18,6 +19,7 @@
 
 namespace TargetOperations {
 
+class Property;
 class PropertyDB;
 
 class PropertyDBHandler : public xercesc::HandlerBase {
@@ -35,7 +37,7 @@ public:
     static bool IsValidTag(std::uint32_t code);
 
     // The new property carrying its single reference, or null ("PROPERTY" builds nothing).
-    IProperty* BuildProperty(std::uint32_t type);
+    Property* BuildProperty(std::uint32_t type);
     void ApplyAttribute(std::uint32_t tag);
 
     // Gathered from "EVENT_ITEM"; they stay here and reach no property.
@@ -45,6 +47,8 @@ private:
     void StartProperty(std::uint32_t type);
     void EndAllowedItem();
     void EndProperty();
+    // Whether the property being ended carries a replaceable mark that loading must expand.
+    bool ReadWithReplaceableMark() const;
 
     PropertyDB* m_database;
     std::uint32_t m_currentType;
@@ -87,6 +91,27 @@ private:
     std::vector<EventItem> m_events;
     eREPLACABLE m_replacable;
     eREPLACABLE m_replacableAllowed;
+    NameAndDescription m_nameAndDescription;  // reused by every BuildProperty
+
+    // Xerces hands each element name over from storage that lasts the whole parse, so the
+    // same address comes back for every element of that name. A hit is confirmed against the
+    // table's text, so the cache can only save work, never change a result.
+    class RecentTagNames {
+    public:
+        PropertyDBTag Find(const XMLCh* name);
+
+    private:
+        struct Entry {
+            const XMLCh* name = nullptr;
+            const char* text = nullptr;
+            std::size_t length = 0;
+            PropertyDBTag code = Tag_NONE;
+        };
+        static constexpr unsigned kEntryBits = 6;
+        static constexpr std::size_t kEntries = std::size_t{1} << kEntryBits;
+        Entry m_entries[kEntries];
+    };
+    RecentTagNames m_recentTagNames;
 };
 
 }  // namespace TargetOperations

@@ -188,7 +188,7 @@ IProperty* RandomType(Random& random) {
 // linking finds them through its index; the others as the module updates add them.
 void List(Random& random, PropertyDB& db, IProperty* property, const std::vector<PropertyKey>& keys) {
     if (random.Chance(85)) {
-        db.AddReadProperty(property, keys);
+        db.AddReadProperty(dynamic_cast<Property*>(property), keys, false);
     } else {
         db.AddProperty(property);
     }

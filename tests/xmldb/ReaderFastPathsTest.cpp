@@ -1,6 +1,7 @@
 // The reader's quick ways against the slow ones they stand in for: plain numbers read
 // without a string stream give what the shared conversion gives, and element names matched
 // straight from the parser's UTF-16 text select what the narrowed name selects.
+#include <algorithm>
 #include <cstdint>
 #include <random>
 #include <string>
@@ -100,6 +101,98 @@ TEST(ReaderElementNames, MatchAsTheNarrowedNameDoes) {
                 << name << " high byte " << int(highByte);
         }
     }
+}
+
+// The parser hands element names over from buffers that last the whole parse, and the
+// reader remembers names by their address. A buffer that held one name and then another
+// must still be read by its current text, also when one name is the start of the other.
+TEST(ReaderElementNames, ABufferHoldingAnotherNameIsReadByItsCurrentText) {
+    NoAttributes none;
+    PropertyDB db(Fixture("untyped_only.xml"));
+    {
+        PropertyDBHandler handler(&db);
+        char16_t buffer[32] = {};
+        const auto write = [&buffer](const std::u16string& name) {
+            // Only the name and its terminator are written: what stood after them stays.
+            std::copy(name.begin(), name.end(), buffer);
+            buffer[name.size()] = 0;
+        };
+        const auto named = [&handler, &none](const char16_t* text, std::size_t length) {
+            handler.startElement(u"NAME", none);
+            handler.characters(text, length);
+            handler.endElement(u"NAME");
+        };
+
+        write(u"PROPERTY");
+        handler.startElement(buffer, none);
+        named(u"first", 5);
+        handler.endElement(buffer);
+
+        write(u"PROPERTY_BOOL");
+        handler.startElement(buffer, none);
+        named(u"second", 6);
+        handler.endElement(buffer);
+
+        write(u"PROPERTY");  // "PROPERTY", its terminator, then "BOOL" left from before
+        handler.startElement(buffer, none);
+        named(u"third", 5);
+        handler.endElement(buffer);
+
+        write(u"PROPERTY_STRING");
+        handler.startElement(buffer, none);
+        named(u"fourth", 6);
+        write(u"VALUE");
+        handler.startElement(buffer, none);
+        handler.characters(u"v", 1);
+        handler.endElement(buffer);
+        write(u"PROPERTY_STRING");
+        handler.endElement(buffer);
+    }
+    EXPECT_EQ(ListedNames(db), (std::vector<std::string>{"second", "fourth"}));
+}
+
+bool CarriesReplaceableMark(IProperty* listed) {
+    Property* property = AsProperty(listed);
+    if (property != nullptr && property->IsReplacable() != NotReplacable) return true;
+    auto* stringProperty = dynamic_cast<StringProperty*>(listed);
+    return stringProperty != nullptr && stringProperty->IsReplacableAllowed() != NotReplacable;
+}
+
+bool AnyCarriesReplaceableMark(const PropertyDB& db) {
+    for (IProperty* property : db.Properties()) {
+        if (CarriesReplaceableMark(property)) return true;
+    }
+    return false;
+}
+
+// Loading skips the replacement passes when the reader saw no mark; it must never skip a
+// database that has one.
+TEST(ReaderReplaceableMarks, TheReadersAnswerMatchesAFullLookAtEveryProperty) {
+    const std::vector<std::string> files = {Fixture("conversions.xml"),  Fixture("lookups.xml"),
+                                            Fixture("linking.xml"),      Fixture("string_items.xml"),
+                                            Fixture("single_bool.xml"),  Sample("evt_demo_core.xml"),
+                                            Sample("rlx_trace_job.xml"), Sample("rlx_counter_job.xml")};
+    int marked = 0;
+    int unmarked = 0;
+    for (const std::string& file : files) {
+        PropertyDB db(file);
+        EXPECT_EQ(db.MayHaveReplaceables(), AnyCarriesReplaceableMark(db)) << file;
+        (db.MayHaveReplaceables() ? marked : unmarked) += 1;
+    }
+    // Both answers occur among the files, so the comparison above means something.
+    EXPECT_GT(marked, 0);
+    EXPECT_GT(unmarked, 0);
+}
+
+TEST(ReaderReplaceableMarks, APropertyListedOtherwiseIsAlwaysLookedAt) {
+    PropertyDB db(Fixture("single_bool.xml"));
+    ASSERT_FALSE(db.MayHaveReplaceables());
+    db.AddProperty(BooleanProperty::Construct(NameAndDescription("Added", "d"), false));
+    EXPECT_TRUE(db.MayHaveReplaceables());
+
+    PropertyDB first(Fixture("single_bool.xml"));
+    first.InsertPropertyFirst(BooleanProperty::Construct(NameAndDescription("First", "d"), true));
+    EXPECT_TRUE(first.MayHaveReplaceables());
 }
 
 }  // namespace
