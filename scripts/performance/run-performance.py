@@ -206,7 +206,27 @@ def linking_comparison(figures, baseline):
     return lines
 
 
-def write_markdown(path, report, repetitions, baseline):
+def load_comparison(figures, previous):
+    lines = ["| Database | Properties | Bare parse µs before | after | Load + release µs before | after | "
+             "Load / parse before | after | Kept bytes per property before | after |",
+             "|---|---:|---:|---:|---:|---:|---:|---:|---:|---:|"]
+    for dataset in datasets(figures):
+        after = row_figures(figures, dataset)
+        before = row_figures(previous, dataset)
+        label = dataset if dataset.startswith("N=") else f"`{dataset}`"
+
+        def ratio(value):
+            return f"{value:.2f}" if value is not None else "n/a"
+
+        properties = f"{after['properties']:,}" if after["properties"] is not None else "n/a"
+        lines.append(f"| {label} | {properties} | {fmt(before['parse'])} | {fmt(after['parse'])} | "
+                     f"{fmt(before['load'])} | {fmt(after['load'])} | "
+                     f"{ratio(before['ratio'])} | {ratio(after['ratio'])} | "
+                     f"{fmt(before['kept'])} | {fmt(after['kept'])} |")
+    return lines
+
+
+def write_markdown(path, report, repetitions, baseline, previous=None):
     figures = medians(report)
     context = report.get("context", {})
     lines = [
@@ -262,6 +282,16 @@ def write_markdown(path, report, repetitions, baseline):
                   "order, and the reader does neither. Each column holds medians of its own run on the "
                   "same machine; \"n/a\" marks figures the earlier run did not reach (one ConvertBack at "
                   "N=100000 took minutes).", "", *linking_comparison(figures, medians(baseline))]
+    if previous is not None:
+        lines += ["", "## Before and after the reader's address-keyed element names", "",
+                  "Before: every element name was looked up in the tag table, the reader's character data "
+                  "was measured twice, key names were numbered through a node-based hash map, and a "
+                  "second pass over every property looked for replaceable marks. After: element names are "
+                  "remembered by the address the parser hands them over from (each hit confirmed against "
+                  "the table's text), character data is narrowed in one pass over the parser's count, key "
+                  "names are numbered in a flat table, and the reader notes replaceable marks as it builds. "
+                  "Both runs are medians from the same machine, one after the other.", "",
+                  *load_comparison(figures, medians(previous))]
     lines.append("")
     with open(path, "w", encoding="utf-8") as out:
         out.write("\n".join(lines))
@@ -277,6 +307,7 @@ def main():
     parser.add_argument("--json", help="keep the raw results of this run in this file")
     parser.add_argument("--from-json", help="write the table from an earlier run's raw results instead of running")
     parser.add_argument("--baseline", help="raw results of an earlier run to compare linking with")
+    parser.add_argument("--previous", help="raw results of the previous version to compare loading with")
     args = parser.parse_args()
 
     if args.from_json:
@@ -294,7 +325,11 @@ def main():
         with open(args.baseline) as raw:
             baseline = json.load(raw)
     repetitions = max([entry.get("repetitions", 1) for entry in report.get("benchmarks", [])] or [args.repetitions])
-    write_markdown(args.output, report, repetitions, baseline)
+    previous = None
+    if args.previous:
+        with open(args.previous) as raw:
+            previous = json.load(raw)
+    write_markdown(args.output, report, repetitions, baseline, previous)
     print(f"wrote {args.output}")
 
 

@@ -388,15 +388,16 @@ void PropertyDBHandler::EndAllowedItem() {
     // The early-built property of the inert branch is the open parent: it was built at its
     // SUBLIST, before its own end tag.
     if (m_currentType == Tag_PROPERTY_STRING) {
-        const ValueAttribute attribute(m_allowedKey, static_cast<std::uint32_t>(m_allowedEnum), m_allowedCategory,
-                                       m_allowedHalt, m_allowedSameLevelKey);
+        const auto enumValue = static_cast<std::uint32_t>(m_allowedEnum);
         StringProperty* builtString = m_built ? dynamic_cast<StringProperty*>(m_openParent) : nullptr;
         if (!m_built) {
             m_allowedStrings.push_back(m_allowedString);
-            m_allowedAttributes.push_back(attribute);
+            m_allowedAttributes.emplace_back(m_allowedKey, enumValue, m_allowedCategory, m_allowedHalt,
+                                             m_allowedSameLevelKey);
         } else if (builtString != nullptr) {
             builtString->AddAllowedValues(m_allowedString.c_str());
-            builtString->AddAllowedAttributes(attribute);
+            builtString->AddAllowedAttributes(
+                ValueAttribute(m_allowedKey, enumValue, m_allowedCategory, m_allowedHalt, m_allowedSameLevelKey));
         }
     } else if (m_currentType == Tag_PROPERTY_INTEGER) {
         IntegerProperty* builtInteger = m_built ? dynamic_cast<IntegerProperty*>(m_openParent) : nullptr;
