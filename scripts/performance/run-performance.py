@@ -276,16 +276,16 @@ def write_markdown(path, report, repetitions, baseline, previous=None):
         "",
         "## Where a load spends its time beyond the parse",
         "",
-        "Profiled with `valgrind --tool=callgrind` and `perf record` on the N=10000 database: a load "
-        "executes only about 1.09 times the instructions of the bare parse, yet takes about 1.4 times its "
-        "time. The difference is memory, not work: every property is about five heap blocks (the object, "
-        "its name and description strings, its key list and, for strings, the allowed values and their "
-        "attributes), because the public classes hand out `const std::string&` and keep their lists in "
-        "`std::vector`. Building them touches about 500 bytes per property of fresh heap, and the release "
-        "gives every block back one by one; glibc's coalescing of those blocks (`unlink_chunk`, "
-        "`malloc_consolidate`) and the page faults of a heap that grows again on the next load are most of "
-        "the remaining difference, and they grow with the database as it outgrows the caches. On the "
-        "bundled samples a load is within 3 % of the bare parse.",
+        "Profiled with `valgrind --tool=callgrind` and `perf record`: at N=10000 a load executes only "
+        "about 1.09 times the instructions of the bare parse, yet takes about 1.4 times its time. Every "
+        "property is about five heap blocks (the object, its name and description strings, its key list "
+        "and, for strings, the allowed values and their attributes), because the public classes hand out "
+        "`const std::string&` and keep their lists in `std::vector`; a load touches about 500 bytes of "
+        "heap per property and the release gives every block back one by one. Besides the reader's own "
+        "work, the difference goes to glibc allocating and coalescing those blocks (`unlink_chunk`, "
+        "`malloc_consolidate`), to page faults of a heap that grows again on the next load, and to Xerces "
+        "itself running slower in caches the properties crowd; those three grow with the database as it "
+        "outgrows the caches. On the bundled samples a load is within 3 % of the bare parse.",
     ]
     if baseline is not None:
         lines += ["", "## Before and after the candidate index and the reader's quick paths", "",
