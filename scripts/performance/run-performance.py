@@ -186,44 +186,42 @@ def markdown_table(figures):
     return lines
 
 
-def linking_comparison(figures, baseline):
-    lines = ["| Database | Linked nodes | µs per linked node before | after | Edit + relink µs before | after | "
-             "ConvertBack µs before | after | Load / parse before | after |",
-             "|---|---:|---:|---:|---:|---:|---:|---:|---:|---:|"]
+def comparison_table(figures, earlier, lead, columns):
+    """A before/after table: the lead column (title, row key, formatter), then for each
+    (title, row key, formatter) of columns the earlier and the current figure side by side."""
+    header = ["Database", lead[0]]
+    for title, _, _ in columns:
+        header += [f"{title} before", "after"]
+    lines = ["| " + " | ".join(header) + " |", "|---|" + "---:|" * (len(header) - 1)]
     for dataset in datasets(figures):
         after = row_figures(figures, dataset)
-        before = row_figures(baseline, dataset)
+        before = row_figures(earlier, dataset)
         label = dataset if dataset.startswith("N=") else f"`{dataset}`"
-
-        def ratio(value):
-            return f"{value:.2f}" if value is not None else "n/a"
-
-        lines.append(f"| {label} | {after['nodes'] if after['nodes'] is not None else 'n/a'} | "
-                     f"{fmt(before['per_node'])} | {fmt(after['per_node'])} | "
-                     f"{fmt(before['edit'])} | {fmt(after['edit'])} | "
-                     f"{fmt(before['convert'])} | {fmt(after['convert'])} | "
-                     f"{ratio(before['ratio'])} | {ratio(after['ratio'])} |")
+        cells = [label, lead[2](after[lead[1]])]
+        for _, key, formatter in columns:
+            cells += [formatter(before[key]), formatter(after[key])]
+        lines.append("| " + " | ".join(cells) + " |")
     return lines
+
+
+def ratio_text(value):
+    return f"{value:.2f}" if value is not None else "n/a"
+
+
+def count_text(value):
+    return f"{value:,}" if value is not None else "n/a"
+
+
+def linking_comparison(figures, baseline):
+    return comparison_table(figures, baseline, ("Linked nodes", "nodes", lambda v: str(v) if v is not None else "n/a"),
+                            [("µs per linked node", "per_node", fmt), ("Edit + relink µs", "edit", fmt),
+                             ("ConvertBack µs", "convert", fmt), ("Load / parse", "ratio", ratio_text)])
 
 
 def load_comparison(figures, previous):
-    lines = ["| Database | Properties | Bare parse µs before | after | Load + release µs before | after | "
-             "Load / parse before | after | Kept bytes per property before | after |",
-             "|---|---:|---:|---:|---:|---:|---:|---:|---:|---:|"]
-    for dataset in datasets(figures):
-        after = row_figures(figures, dataset)
-        before = row_figures(previous, dataset)
-        label = dataset if dataset.startswith("N=") else f"`{dataset}`"
-
-        def ratio(value):
-            return f"{value:.2f}" if value is not None else "n/a"
-
-        properties = f"{after['properties']:,}" if after["properties"] is not None else "n/a"
-        lines.append(f"| {label} | {properties} | {fmt(before['parse'])} | {fmt(after['parse'])} | "
-                     f"{fmt(before['load'])} | {fmt(after['load'])} | "
-                     f"{ratio(before['ratio'])} | {ratio(after['ratio'])} | "
-                     f"{fmt(before['kept'])} | {fmt(after['kept'])} |")
-    return lines
+    return comparison_table(figures, previous, ("Properties", "properties", count_text),
+                            [("Bare parse µs", "parse", fmt), ("Load + release µs", "load", fmt),
+                             ("Load / parse", "ratio", ratio_text), ("Kept bytes per property", "kept", fmt)])
 
 
 def write_markdown(path, report, repetitions, baseline, previous=None):

@@ -25,12 +25,15 @@ std::uint64_t SharedConversion(const std::string& text) {
 }
 
 TEST(ReaderNumbers, AgreeWithTheSharedConversionOnChosenTexts) {
+    // The table is laid out by hand.
+    // clang-format off
     const std::vector<std::string> texts = {
         "0", "7", "10", "010", "08", "09", "0x", "0X", "0x1F", "0X1f", "0xFFFFFFFFFFFFFFFF", "0x10000000000000000",
         "18446744073709551615", "18446744073709551616", "9999999999999999999", "99999999999999999999",
         "0777777777777777777777", "01777777777777777777777", "02000000000000000000000", "12abc", "abc", " 5", "5 ",
         "+5", "-5", "0x-1", "0x 1", "0xg", "00", "0x0x5", "1e3", "٣", std::string("1\0" "2", 3), "\n  42\n",
         "0000000000000000000000000000001", "0x00000000000000000000001"};
+    // clang-format on
     for (const std::string& text : texts) {
         EXPECT_EQ(ReadPrefixedNumber(text), SharedConversion(text)) << '"' << text << '"';
     }
@@ -69,10 +72,13 @@ std::u16string Widen(const std::string& text, char16_t highByte) {
 // one of the typed property tags; inside a property, an element of the given name names it
 // exactly when the narrowed name is "NAME".
 TEST(ReaderElementNames, MatchAsTheNarrowedNameDoes) {
+    // The table is laid out by hand.
+    // clang-format off
     const std::vector<std::string> names = {"PROPERTY_BOOL", "PROPERTY_INTEGER", "PROPERTY_STRING", "PROPERTY_LOCATION",
                                             "PROPERTY_LOCATION_64", "PROPERTY", "pROPERTY_BOOL", "PROPERTY_BOOl",
                                             "PROPERTY_BOOL ", "PROPERTY_BOO", "pROPERTY_LOCATION_64", "", "NAME",
                                             "nAME", "NAMe", "NAMEX", "ALLOWED_SAMELEVEL_KEY", "ALLOWED_SAMELEVEL_KEYS"};
+    // clang-format on
     NoAttributes none;
     for (const std::string& name : names) {
         for (char16_t highByte : {u'\0', u'\x0100', u'\xFF00'}) {
@@ -123,20 +129,16 @@ TEST(ReaderElementNames, ABufferHoldingAnotherNameIsReadByItsCurrentText) {
             handler.endElement(u"NAME");
         };
 
-        write(u"PROPERTY");
-        handler.startElement(buffer, none);
-        named(u"first", 5);
-        handler.endElement(buffer);
-
-        write(u"PROPERTY_BOOL");
-        handler.startElement(buffer, none);
-        named(u"second", 6);
-        handler.endElement(buffer);
-
-        write(u"PROPERTY");  // "PROPERTY", its terminator, then "BOOL" left from before
-        handler.startElement(buffer, none);
-        named(u"third", 5);
-        handler.endElement(buffer);
+        // One property element read through the shared buffer, holding only a name.
+        const auto property = [&](const std::u16string& element, const char16_t* name, std::size_t length) {
+            write(element);
+            handler.startElement(buffer, none);
+            named(name, length);
+            handler.endElement(buffer);
+        };
+        property(u"PROPERTY", u"first", 5);
+        property(u"PROPERTY_BOOL", u"second", 6);
+        property(u"PROPERTY", u"third", 5);  // "PROPERTY", its terminator, then "BOOL" left from before
 
         write(u"PROPERTY_STRING");
         handler.startElement(buffer, none);
