@@ -9,13 +9,8 @@
 #include <vector>
 
 #if defined(_WIN32)
-#ifndef WIN32_LEAN_AND_MEAN
-#define WIN32_LEAN_AND_MEAN
-#endif
-#ifndef NOMINMAX
-#define NOMINMAX
-#endif
-#include <windows.h>
+// The library's own view of <windows.h>; some test programs see only this folder.
+#include "../src/support/platform/WindowsApi.h"
 
 #include <cstdlib>
 #else

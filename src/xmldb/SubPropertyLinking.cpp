@@ -30,6 +30,18 @@ std::size_t FirstMatchingKey(const Property& property, const KeyList& keys) {
     return keys.size();
 }
 
+// The key, then the same-level key of every listed entry selected by that key, in list order.
+KeyList StartingKeys(const char* key, const std::vector<IProperty*>& list) {
+    KeyList keys{key};
+    for (IProperty* entry : list) {
+        auto* property = dynamic_cast<Property*>(entry);
+        if (property != nullptr && property->IsKeyName(key) && *property->GetSameLevelKey() != '\0') {
+            keys.emplace_back(property->GetSameLevelKey());
+        }
+    }
+    return keys;
+}
+
 // Adds the same-level key of property unless it is empty or already listed; true when added.
 bool AddSameLevelKeyOnce(const Property& property, KeyList& keys) {
     const char* sameLevelKey = property.GetSameLevelKey();
@@ -153,13 +165,7 @@ private:
 }  // namespace
 
 void FilterCurrentChildren(PropertyDB& /*db*/, const char* key, std::vector<IProperty*>& list) {
-    KeyList keys{key};
-    for (IProperty* entry : list) {
-        auto* property = dynamic_cast<Property*>(entry);
-        if (property != nullptr && property->IsKeyName(key) && *property->GetSameLevelKey() != '\0') {
-            keys.emplace_back(property->GetSameLevelKey());
-        }
-    }
+    KeyList keys = StartingKeys(key, list);
 
     std::vector<IProperty*> kept;
     for (IProperty* entry : list) {
@@ -177,13 +183,7 @@ void FilterCurrentChildren(PropertyDB& /*db*/, const char* key, std::vector<IPro
 std::uint32_t GatherFromDatabase(PropertyDB& db, const char* key, std::vector<IProperty*>& list) {
     if (*key == '\0') return 0;
 
-    KeyList keys{key};
-    for (IProperty* entry : list) {
-        auto* property = dynamic_cast<Property*>(entry);
-        if (property != nullptr && property->IsKeyName(key) && *property->GetSameLevelKey() != '\0') {
-            keys.emplace_back(property->GetSameLevelKey());
-        }
-    }
+    KeyList keys = StartingKeys(key, list);
 
     // One pass in file order over the candidates of the keys in play: a property selected
     // only through a same-level key that turns up later in the pass is not picked up.

@@ -54,23 +54,7 @@ foreach(name IN LISTS plain_functions)
   endif()
 endforeach()
 
-set(exported_classes
-  "typeinfo for TargetOperations::Property"
-  "vtable for TargetOperations::Property"
-  "typeinfo for TargetOperations::StringProperty"
-  "typeinfo for Kw::Mbr::Korva::korvaError"
-  "TargetOperations::Property::Construct("
-  "TargetOperations::StringProperty::Construct("
-  "TargetOperations::ValueAttribute::ValueAttribute("
-  "TargetOperations::PropertyKey::PropertyKey("
-  "TargetOperations::NameAndDescription::NameAndDescription("
-  "Kw::Mbr::Korva::korvaError::korvaError(")
-foreach(symbol IN LISTS exported_classes)
-  string(FIND "${demangled}" "${symbol}" at)
-  if(at EQUAL -1)
-    list(APPEND failures "exported class symbol missing: ${symbol}")
-  endif()
-endforeach()
+rlx_require_class_symbols("${demangled}" failures ${rlx_exported_class_symbols})
 
 # Internal helpers of the library, and the C++ and thread runtimes linked into it.
 set(internal_patterns ${rlx_internal_symbol_patterns}
@@ -81,15 +65,7 @@ set(internal_patterns ${rlx_internal_symbol_patterns}
   "^_Unwind_"
   "^std::"
   "__gnu_cxx")
-string(REPLACE "\n" ";" demangled_lines "${demangled}")
-foreach(line IN LISTS demangled_lines)
-  foreach(pattern IN LISTS internal_patterns)
-    if(line MATCHES "${pattern}")
-      list(APPEND failures "internal symbol exported: ${line}")
-      break()
-    endif()
-  endforeach()
-endforeach()
+rlx_refuse_internal_symbols("${demangled}" failures ${internal_patterns})
 
 if(failures)
   list(JOIN failures "\n  " report)

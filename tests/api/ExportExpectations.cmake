@@ -39,3 +39,43 @@ set(rlx_internal_symbol_patterns
   "ReadPropertyReplacement"
   "AddAllowedValueWithKey"
   "LibraryTrace")
+
+# Class symbols both builds export: the classes outside programs create and catch.
+set(rlx_exported_class_symbols
+  "typeinfo for TargetOperations::Property"
+  "vtable for TargetOperations::Property"
+  "typeinfo for TargetOperations::StringProperty"
+  "typeinfo for Kw::Mbr::Korva::korvaError"
+  "TargetOperations::Property::Construct("
+  "TargetOperations::StringProperty::Construct("
+  "TargetOperations::ValueAttribute::ValueAttribute("
+  "TargetOperations::PropertyKey::PropertyKey("
+  "TargetOperations::NameAndDescription::NameAndDescription("
+  "Kw::Mbr::Korva::korvaError::korvaError(")
+
+# Appends to failures_var a line for every symbol of the list that demangled lacks.
+function(rlx_require_class_symbols demangled failures_var)
+  set(failures ${${failures_var}})
+  foreach(symbol IN LISTS ARGN)
+    string(FIND "${demangled}" "${symbol}" at)
+    if(at EQUAL -1)
+      list(APPEND failures "exported class symbol missing: ${symbol}")
+    endif()
+  endforeach()
+  set(${failures_var} ${failures} PARENT_SCOPE)
+endfunction()
+
+# Appends to failures_var every line of demangled that matches one of the patterns.
+function(rlx_refuse_internal_symbols demangled failures_var)
+  set(failures ${${failures_var}})
+  string(REPLACE "\n" ";" lines "${demangled}")
+  foreach(line IN LISTS lines)
+    foreach(pattern IN LISTS ARGN)
+      if(line MATCHES "${pattern}")
+        list(APPEND failures "internal symbol exported: ${line}")
+        break()
+      endif()
+    endforeach()
+  endforeach()
+  set(${failures_var} ${failures} PARENT_SCOPE)
+endfunction()

@@ -27,44 +27,20 @@ foreach(name IN LISTS plain_functions)
   endif()
 endforeach()
 
-set(exported_classes
-  "typeinfo for TargetOperations::Property"
-  "vtable for TargetOperations::Property"
+rlx_require_class_symbols("${demangled}" failures ${rlx_exported_class_symbols}
   "typeinfo for TargetOperations::BooleanProperty"
   "typeinfo for TargetOperations::IntegerProperty"
   "typeinfo for TargetOperations::LocationProperty"
   "typeinfo for TargetOperations::LocationProperty2"
-  "typeinfo for TargetOperations::StringProperty"
   "typeinfo for TargetOperations::ReferenceCount"
   "typeinfo for ReferenceCounting::IReferenceCount"
   "typeinfo for TargetOperations::IProperty"
   "typeinfo for TargetOperations::IStringProperty"
-  "typeinfo for Kw::Mbr::Korva::korvaError"
-  "vtable for Kw::Mbr::Korva::korvaError"
-  "TargetOperations::Property::Construct("
-  "TargetOperations::StringProperty::Construct("
-  "TargetOperations::ValueAttribute::ValueAttribute("
-  "TargetOperations::PropertyKey::PropertyKey("
-  "TargetOperations::NameAndDescription::NameAndDescription("
-  "Kw::Mbr::Korva::korvaError::korvaError(")
-foreach(symbol IN LISTS exported_classes)
-  string(FIND "${demangled}" "${symbol}" at)
-  if(at EQUAL -1)
-    list(APPEND failures "exported class symbol missing: ${symbol}")
-  endif()
-endforeach()
+  "vtable for Kw::Mbr::Korva::korvaError")
 
 # Internal helpers: none of them may reach the dynamic symbol table.
 set(internal_patterns ${rlx_internal_symbol_patterns})
-string(REPLACE "\n" ";" demangled_lines "${demangled}")
-foreach(line IN LISTS demangled_lines)
-  foreach(pattern IN LISTS internal_patterns)
-    if(line MATCHES "${pattern}")
-      list(APPEND failures "internal symbol exported: ${line}")
-      break()
-    endif()
-  endforeach()
-endforeach()
+rlx_refuse_internal_symbols("${demangled}" failures ${internal_patterns})
 
 if(failures)
   list(JOIN failures "\n  " report)

@@ -33,9 +33,8 @@ int FirstMatch(Property* property, const std::vector<std::string>& keys) {
     return -1;
 }
 
-}  // namespace
-
-void FilterCurrentChildren(const char* key, std::vector<IProperty*>& list) {
+// The key, then the same-level key of every listed entry selected by that key, in list order.
+std::vector<std::string> StartingKeys(const char* key, const std::vector<IProperty*>& list) {
     std::vector<std::string> keys;
     keys.emplace_back(key);
     for (IProperty* entry : list) {
@@ -44,6 +43,13 @@ void FilterCurrentChildren(const char* key, std::vector<IProperty*>& list) {
             keys.emplace_back(property->GetSameLevelKey());
         }
     }
+    return keys;
+}
+
+}  // namespace
+
+void FilterCurrentChildren(const char* key, std::vector<IProperty*>& list) {
+    std::vector<std::string> keys = StartingKeys(key, list);
     std::vector<IProperty*> kept;
     for (IProperty* entry : list) {
         Property* property = dynamic_cast<Property*>(entry);
@@ -61,14 +67,7 @@ void FilterCurrentChildren(const char* key, std::vector<IProperty*>& list) {
 std::uint32_t GatherFromDatabase(const std::vector<IProperty*>& database, const char* key,
                                  std::vector<IProperty*>& list) {
     if (std::strcmp(key, "") == 0) return 0;
-    std::vector<std::string> keys;
-    keys.emplace_back(key);
-    for (IProperty* entry : list) {
-        Property* property = dynamic_cast<Property*>(entry);
-        if (property != nullptr && property->IsKeyName(key) && std::strcmp(property->GetSameLevelKey(), "") != 0) {
-            keys.emplace_back(property->GetSameLevelKey());
-        }
-    }
+    std::vector<std::string> keys = StartingKeys(key, list);
     for (IProperty* candidate : database) {
         Property* q = dynamic_cast<Property*>(candidate);
         if (q == nullptr) continue;

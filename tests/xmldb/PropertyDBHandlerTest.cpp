@@ -4,7 +4,6 @@
 #include <vector>
 
 #include <gtest/gtest.h>
-#include <xercesc/sax/AttributeList.hpp>
 
 #include "XmlDbTestSupport.h"
 #include "xmldb/ParseFailureSeverities.h"
@@ -353,22 +352,6 @@ TEST(PropertyDBReader, FieldsOutsidePropertiesFollowTheResetRules) {
     ASSERT_NE(boolean, nullptr);
     EXPECT_STREQ(boolean->GetChildKey(), "");
 }
-
-namespace {
-
-// The handler's callbacks driven directly, as the parser would.
-class NoAttributes : public xercesc::AttributeList {
-public:
-    XMLSize_t getLength() const override { return 0; }
-    const XMLCh* getName(const XMLSize_t) const override { return nullptr; }
-    const XMLCh* getType(const XMLSize_t) const override { return nullptr; }
-    const XMLCh* getValue(const XMLSize_t) const override { return nullptr; }
-    const XMLCh* getType(const XMLCh* const) const override { return nullptr; }
-    const XMLCh* getValue(const XMLCh* const) const override { return nullptr; }
-    const XMLCh* getValue(const char* const) const override { return nullptr; }
-};
-
-}  // namespace
 
 TEST(PropertyDBHandlerCallbacks, CharactersIgnoreTheLengthArgument) {
     PropertyDB db(Fixture("untyped_only.xml"));

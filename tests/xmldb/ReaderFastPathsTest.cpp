@@ -8,7 +8,6 @@
 #include <vector>
 
 #include <gtest/gtest.h>
-#include <xercesc/sax/AttributeList.hpp>
 
 #include "XmlDbTestSupport.h"
 #include "support/uString.h"
@@ -50,17 +49,6 @@ TEST(ReaderNumbers, AgreeWithTheSharedConversionOnRandomTexts) {
         ASSERT_EQ(ReadPrefixedNumber(text), SharedConversion(text)) << '"' << text << '"';
     }
 }
-
-class NoAttributes : public xercesc::AttributeList {
-public:
-    XMLSize_t getLength() const override { return 0; }
-    const XMLCh* getName(const XMLSize_t) const override { return nullptr; }
-    const XMLCh* getType(const XMLSize_t) const override { return nullptr; }
-    const XMLCh* getValue(const XMLSize_t) const override { return nullptr; }
-    const XMLCh* getType(const XMLCh* const) const override { return nullptr; }
-    const XMLCh* getValue(const XMLCh* const) const override { return nullptr; }
-    const XMLCh* getValue(const char* const) const override { return nullptr; }
-};
 
 std::u16string Widen(const std::string& text, char16_t highByte) {
     std::u16string wide;

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include <gtest/gtest.h>
+#include <xercesc/sax/AttributeList.hpp>
 #include <xercesc/util/PlatformUtils.hpp>
 
 #if defined(__SANITIZE_ADDRESS__)
@@ -33,6 +34,18 @@ inline std::string Fixture(const std::string& name) { return std::string(RLX_FIX
 inline std::string Sample(const std::string& name) { return std::string(RLX_SAMPLES_DIR) + "/" + name; }
 
 inline Property* AsProperty(IProperty* property) { return dynamic_cast<Property*>(property); }
+
+// For driving the reader's callbacks directly, as the parser would: elements without attributes.
+class NoAttributes : public xercesc::AttributeList {
+public:
+    XMLSize_t getLength() const override { return 0; }
+    const XMLCh* getName(const XMLSize_t) const override { return nullptr; }
+    const XMLCh* getType(const XMLSize_t) const override { return nullptr; }
+    const XMLCh* getValue(const XMLSize_t) const override { return nullptr; }
+    const XMLCh* getType(const XMLCh* const) const override { return nullptr; }
+    const XMLCh* getValue(const XMLCh* const) const override { return nullptr; }
+    const XMLCh* getValue(const char* const) const override { return nullptr; }
+};
 
 // Xerces keeps its memory manager only while at least one Initialize is not yet matched by
 // a Terminate.

@@ -1,13 +1,7 @@
 // Windows side of the platform layer.
 #include "support/Platform.h"
 
-#ifndef WIN32_LEAN_AND_MEAN
-#define WIN32_LEAN_AND_MEAN
-#endif
-#ifndef NOMINMAX
-#define NOMINMAX
-#endif
-#include <windows.h>
+#include "support/platform/WindowsApi.h"
 
 #include <direct.h>
 #include <io.h>

@@ -2,13 +2,7 @@
 // loader's notifications drive it; an executable that links the objects directly gets no
 // notification of its own, so there the start-up runs while the executable's statics are
 // initialised, which is when the shared object's constructor runs elsewhere.
-#ifndef WIN32_LEAN_AND_MEAN
-#define WIN32_LEAN_AND_MEAN
-#endif
-#ifndef NOMINMAX
-#define NOMINMAX
-#endif
-#include <windows.h>
+#include "support/platform/WindowsApi.h"
 
 #include "support/TraceStartup.h"
 
