@@ -28,7 +28,7 @@ bool SameText(const std::string& stored, const char* text) {
 }  // namespace
 
 Property::Property(const NameAndDescription& nd)
-    : m_nameAndDescription(nd),
+    : m_texts(nd),
       m_category(0),
       m_enumValue(0),
       m_editable(true),
@@ -43,7 +43,7 @@ Property::Property(const Property& source)
       IProperty(),
       IAttachableProperty(),
       ReferenceCount(source),
-      m_nameAndDescription(source.m_nameAndDescription),
+      m_texts(source.m_texts),
       m_keys(source.m_keys),
       m_category(source.m_category),
       m_enumValue(source.m_enumValue),
@@ -91,8 +91,8 @@ void* Property::QueryInterface(_ClassID id) {
     return answer;
 }
 
-const char* Property::GetName() const { return m_nameAndDescription.Name().c_str(); }
-const char* Property::GetDescription() const { return m_nameAndDescription.Description().c_str(); }
+const char* Property::GetName() const { return m_texts.Name(); }
+const char* Property::GetDescription() const { return m_texts.Description(); }
 bool Property::IsEditable() const { return m_editable; }
 bool Property::IsDisabled() const { return m_disabled; }
 
@@ -167,8 +167,8 @@ void Property::SetSameLevelKey(const char* sameLevelKey) {
 
 const char* Property::GetSameLevelKey() const { return m_sameLevelKey.c_str(); }
 
-void Property::SetName(const char* name) { m_nameAndDescription.SetName(name); }
-void Property::SetDescription(const char* description) { m_nameAndDescription.SetDescription(description); }
+void Property::SetName(const char* name) { m_texts.SetName(name); }
+void Property::SetDescription(const char* description) { m_texts.SetDescription(description); }
 void Property::SetReplacable(eREPLACABLE replacable) { m_replacable = replacable; }
 eREPLACABLE Property::IsReplacable() { return m_replacable; }
 

@@ -8,6 +8,8 @@
 #include "IAttachableProperty.h"
 #include "NameAndDescription.h"
 #include "PropertyKey.h"
+#include "PropertyKeyList.h"
+#include "PropertyTexts.h"
 #include "ReferenceCount.h"
 #include "Replacable.h"
 
@@ -80,8 +82,8 @@ private:
     static std::uint64_t KeysGeneration();
     void KeysChanged();
 
-    NameAndDescription m_nameAndDescription;
-    std::vector<PropertyKey> m_keys;
+    PropertyTexts m_texts;
+    PropertyKeyList m_keys;
     std::uint32_t m_category;
     std::int32_t m_enumValue;
     std::string m_childKey;

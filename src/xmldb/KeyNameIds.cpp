@@ -25,6 +25,13 @@ std::uint32_t KeyNameIds::Find(std::string_view name) const {
 }
 
 std::uint32_t KeyNameIds::Intern(std::string_view name) {
+    // Neighbouring properties mostly share their key: the last name needs no hashing.
+    if (m_lastInterned != kNone && m_names[m_lastInterned] == name) return m_lastInterned;
+    m_lastInterned = InternHashed(name);
+    return m_lastInterned;
+}
+
+std::uint32_t KeyNameIds::InternHashed(std::string_view name) {
     if ((m_names.size() + 1) * 2 > m_slots.size()) Grow();
     const std::size_t slot = SlotOf(name, HashOf(name));
     if (m_slots[slot] != 0) return m_slots[slot] - 1;

@@ -76,6 +76,8 @@ private:
     };
 
     void ListChanged();
+    // Releases every listed property and empties the tables.
+    void ReleaseAll();
     void FollowChangedKeys();
 
     void* m_reserved;

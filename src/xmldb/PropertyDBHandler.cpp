@@ -10,7 +10,6 @@
 #include "../property/NameAndDescription.h"
 #include "../property/Property.h"
 #include "../property/StringProperty.h"
-#include "NarrowText.h"
 #include "PropertyDB.h"
 #include "ValueTextConversion.h"
 
@@ -201,11 +200,16 @@ void PropertyDBHandler::characters(const XMLCh* const chars, const XMLSize_t len
     // Replaces, never appends: when the parser splits one element's content (around
     // comments, CDATA sections or entity references) only the last piece counts.
     if (m_currentElement == Tag_JOB_MAJOR_V || m_currentElement == Tag_JOB_MINOR_V) return;
-    NarrowTextInto(chars, length, m_text);
+    m_text.Replace(chars, length);
 }
 
 void PropertyDBHandler::startElement(const XMLCh* const name, xercesc::AttributeList& /*attributes*/) {
     const PropertyDBTag code = m_recentTagNames.Find(name);
+    // Filled in place: a pushed aggregate would be assembled on the stack and read back as
+    // one wide load, which stalls on the two narrower stores before it.
+    OpenElement& opened = m_openElements.emplace_back();
+    opened.name = name;
+    opened.code = code;
     if (!IsValidTag(code)) return;
 
     if (code == Tag_SUBLIST) {
@@ -233,7 +237,7 @@ void PropertyDBHandler::startElement(const XMLCh* const name, xercesc::Attribute
 
 void PropertyDBHandler::StartProperty(std::uint32_t type) {
     m_currentType = type;
-    m_text.clear();
+    m_text.Clear();
     m_keyName.clear();
     m_name.clear();
     m_stringValue.clear();
@@ -260,7 +264,13 @@ void PropertyDBHandler::StartProperty(std::uint32_t type) {
 }
 
 void PropertyDBHandler::endElement(const XMLCh* const name) {
-    const PropertyDBTag code = m_recentTagNames.Find(name);
+    PropertyDBTag code = Tag_NONE;
+    if (!m_openElements.empty() && m_openElements.back().name == name) {
+        code = m_openElements.back().code;
+    } else {
+        code = m_recentTagNames.Find(name);
+    }
+    if (!m_openElements.empty()) m_openElements.pop_back();
     if (!IsValidTag(code)) return;
 
     switch (code) {
@@ -268,59 +278,60 @@ void PropertyDBHandler::endElement(const XMLCh* const name) {
         m_sublistClosed = true;
         break;
     case Tag_NAME:
-        m_name = m_text;
+        m_name = m_text.Narrowed();
         break;
     case Tag_DESCRIPTION:
-        m_description = m_text;
+        m_description = m_text.Narrowed();
         break;
     case Tag_VALUE:
         if (m_currentType == Tag_PROPERTY_STRING) {
-            m_stringValue = m_text;
+            m_stringValue = m_text.Narrowed();
         } else {
-            m_numericValue = ReadPrefixedNumber(m_text);
+            m_numericValue = ReadPrefixedNumber(m_text.Narrowed());
         }
         break;
     case Tag_CATEGORY:
-        m_category = static_cast<std::uint32_t>(ReadDecimal(m_text));
+        m_category = static_cast<std::uint32_t>(ReadDecimal(m_text.Narrowed()));
         ApplyAttribute(Tag_CATEGORY);
         break;
     case Tag_PAGE:
-        m_page = static_cast<std::uint32_t>(ReadDecimal(m_text));
+        m_page = static_cast<std::uint32_t>(ReadDecimal(m_text.Narrowed()));
         ApplyAttribute(Tag_PAGE);
         break;
     case Tag_ENUMVALUE:
-        m_enumValue = ReadEnumNumber(m_text);
+        m_enumValue = ReadEnumNumber(m_text.Narrowed());
         ApplyAttribute(Tag_ENUMVALUE);
         break;
     case Tag_CHILDKEY:
-        m_childKey = m_text;
+        m_childKey = m_text.Narrowed();
         ApplyAttribute(Tag_CHILDKEY);
         break;
     case Tag_RANGE_LO:
-        m_rangeLo = ReadPrefixedNumber(m_text);
+        m_rangeLo = ReadPrefixedNumber(m_text.Narrowed());
         ApplyAttribute(Tag_RANGE_LO);
         break;
     case Tag_RANGE_HI:
-        m_rangeHi = ReadPrefixedNumber(m_text);
+        m_rangeHi = ReadPrefixedNumber(m_text.Narrowed());
         ApplyAttribute(Tag_RANGE_HI);
         break;
     case Tag_DISPLAYTYPE:
-        m_displayType = m_text == "DEC" ? IIntegerProperty::DisplayDecimal : IIntegerProperty::DisplayDefault;
+        m_displayType =
+            m_text.Narrowed() == "DEC" ? IIntegerProperty::DisplayDecimal : IIntegerProperty::DisplayDefault;
         ApplyAttribute(Tag_DISPLAYTYPE);
         break;
     case Tag_EDITABLE:
-        if (m_text == "FALSE") m_editable = false;
+        if (m_text.Narrowed() == "FALSE") m_editable = false;
         ApplyAttribute(Tag_EDITABLE);
         break;
     case Tag_DISABLE:
-        if (m_text == "TRUE") m_disabled = true;
+        if (m_text.Narrowed() == "TRUE") m_disabled = true;
         ApplyAttribute(Tag_DISABLE);
         break;
     case Tag_KEYNAME:
-        m_keyName = m_text;
+        m_keyName = m_text.Narrowed();
         break;
     case Tag_KEYNUMBER:
-        m_keyNumber = static_cast<std::uint32_t>(ReadDecimal(m_text));
+        m_keyNumber = static_cast<std::uint32_t>(ReadDecimal(m_text.Narrowed()));
         break;
     case Tag_KEYITEM: {
         Property* builtProperty = m_built ? dynamic_cast<Property*>(m_openParent) : nullptr;
@@ -332,43 +343,43 @@ void PropertyDBHandler::endElement(const XMLCh* const name) {
         break;
     }
     case Tag_ALLOWED_STRING:
-        m_allowedString = m_text;
+        m_allowedString = m_text.Narrowed();
         break;
     case Tag_ALLOWED_ENUM:
-        m_allowedEnum = ReadEnumNumber(m_text);
+        m_allowedEnum = ReadEnumNumber(m_text.Narrowed());
         break;
     case Tag_ALLOWED_HALT:
-        m_allowedHalt = m_text == "TRUE";
+        m_allowedHalt = m_text.Narrowed() == "TRUE";
         break;
     case Tag_ALLOWED_INTEGER:
-        m_allowedInteger = ReadPrefixedNumber(m_text);
+        m_allowedInteger = ReadPrefixedNumber(m_text.Narrowed());
         break;
     case Tag_ALLOWED_KEY:
-        m_allowedKey = m_text;
+        m_allowedKey = m_text.Narrowed();
         break;
     case Tag_ALLOWED_SAMELEVEL_KEY:
-        m_allowedSameLevelKey = m_text;
+        m_allowedSameLevelKey = m_text.Narrowed();
         break;
     case Tag_ALLOWEDITEM:
         EndAllowedItem();
         break;
     case Tag_EVENT_NAME:
-        m_eventName = m_text;
+        m_eventName = m_text.Narrowed();
         break;
     case Tag_EVENT_CATEGORY:
-        m_eventCategory = static_cast<std::uint32_t>(ReadDecimal(m_text));
+        m_eventCategory = static_cast<std::uint32_t>(ReadDecimal(m_text.Narrowed()));
         break;
     case Tag_EVENT_ID:
-        m_eventId = static_cast<std::uint32_t>(ReadDecimal(m_text));
+        m_eventId = static_cast<std::uint32_t>(ReadDecimal(m_text.Narrowed()));
         break;
     case Tag_EVENT_ITEM:
         m_events.push_back(EventItem{m_eventName, m_eventCategory, m_eventId});
         break;
     case Tag_REPLACABLE:
-        m_replacable = static_cast<eREPLACABLE>(ReadDecimal(m_text));
+        m_replacable = static_cast<eREPLACABLE>(ReadDecimal(m_text.Narrowed()));
         break;
     case Tag_REPLACABLE_ALLOWED:
-        m_replacableAllowed = static_cast<eREPLACABLE>(ReadDecimal(m_text));
+        m_replacableAllowed = static_cast<eREPLACABLE>(ReadDecimal(m_text.Narrowed()));
         break;
     case Tag_PROPERTY:
     case Tag_PROPERTY_STRING:

@@ -15,6 +15,7 @@
 #include "../property/Replacable.h"
 #include "../property/ValueAttribute.h"
 #include "EventItem.h"
+#include "PendingText.h"
 #include "PropertyDBTag.h"
 
 namespace TargetOperations {
@@ -53,7 +54,7 @@ private:
     PropertyDB* m_database;
     std::uint32_t m_currentType;
     std::uint32_t m_currentElement;
-    std::string m_text;
+    PendingText m_text;
     std::uint64_t m_numericValue;
     std::uint32_t m_page;
     std::int32_t m_enumValue;
@@ -112,6 +113,15 @@ private:
         Entry m_entries[kEntries];
     };
     RecentTagNames m_recentTagNames;
+
+    // The elements open at this point, innermost last. SAX delivers end tags properly nested,
+    // so an end tag that comes with the name its start tag came with closes the last entry
+    // and needs no lookup of its own.
+    struct OpenElement {
+        const XMLCh* name = nullptr;
+        PropertyDBTag code = Tag_NONE;
+    };
+    std::vector<OpenElement> m_openElements;
 };
 
 }  // namespace TargetOperations

@@ -54,14 +54,24 @@ std::uint64_t ReadPrefixedNumber(const std::string& text) {
 }
 
 std::int32_t ReadEnumNumber(const std::string& text) {
+    std::uint64_t value = 0;
     if (text.size() >= 2 && text[0] == '0' && (text[1] == 'x' || text[1] == 'X')) {
-        unsigned int value = 0;
-        if (std::sscanf(text.c_str(), "%x", &value) != 1) value = 0;
-        return static_cast<std::int32_t>(value);
+        // Up to eight plain hex digits read as "%x" reads them; the rest is left to it.
+        if (ReadPlainDigits(text.c_str() + 2, text.size() - 2, 16, 8, value)) {
+            return static_cast<std::int32_t>(static_cast<std::uint32_t>(value));
+        }
+        unsigned int scanned = 0;
+        if (std::sscanf(text.c_str(), "%x", &scanned) != 1) scanned = 0;
+        return static_cast<std::int32_t>(scanned);
     }
-    return static_cast<std::int32_t>(std::atoi(text.c_str()));
+    return ReadDecimal(text);
 }
 
-std::int32_t ReadDecimal(const std::string& text) { return static_cast<std::int32_t>(std::atoi(text.c_str())); }
+std::int32_t ReadDecimal(const std::string& text) {
+    // Up to nine plain decimal digits cannot overflow: atoi gives the same for them.
+    std::uint64_t value = 0;
+    if (ReadPlainDigits(text.c_str(), text.size(), 10, 9, value)) return static_cast<std::int32_t>(value);
+    return static_cast<std::int32_t>(std::atoi(text.c_str()));
+}
 
 }  // namespace TargetOperations

@@ -1,6 +1,10 @@
+#include <cstdint>
+#include <string>
+
 #include <gtest/gtest.h>
 
 #include "property/Property.h"
+#include "property/PropertyKeyList.h"
 
 using namespace TargetOperations;
 
@@ -136,4 +140,57 @@ TEST(PropertyKeysTest, ImplementationChoiceNullNamesAreNeverKeys) {
     node->RemoveAllKeys();
     EXPECT_FALSE(node->IsKeyName(nullptr));
     node->Release();
+}
+
+// The first key lives in the property itself and later ones in a list: the order they were
+// added in holds across both, through copies and after emptying.
+TEST(PropertyKeysTest, KeysKeepTheirOrderAcrossTheFirstAndTheRest) {
+    Property* node = MakeNode();
+    node->AddKeyName(PropertyKey("DUP", 1));
+    node->AddKeyName(PropertyKey("B", 2));
+    node->AddKeyName(PropertyKey("DUP", 3));
+    node->AddKeyName(PropertyKey("C", 4));
+    EXPECT_EQ(1u, node->GetKeyNumber("DUP"));
+    EXPECT_EQ(2u, node->GetKeyNumber("B"));
+    EXPECT_EQ(4u, node->GetKeyNumber("C"));
+
+    auto* clone = dynamic_cast<Property*>(node->Clone());
+    ASSERT_NE(clone, nullptr);
+    EXPECT_EQ(1u, clone->GetKeyNumber("DUP"));
+    EXPECT_EQ(4u, clone->GetKeyNumber("C"));
+
+    node->RemoveAllKeys();
+    EXPECT_FALSE(node->IsKeyName("DUP"));
+    node->AddKeyName(PropertyKey("C", 9));
+    node->AddKeyName(PropertyKey("DUP", 8));
+    EXPECT_EQ(9u, node->GetKeyNumber("C"));
+    EXPECT_EQ(8u, node->GetKeyNumber("DUP"));
+    EXPECT_FALSE(node->IsKeyName("B"));
+    EXPECT_TRUE(clone->IsKeyName("B"));
+    clone->Release();
+    node->Release();
+}
+
+TEST(PropertyKeyListTest, ReadsLikeAListOfTheKeysAdded) {
+    PropertyKeyList keys;
+    EXPECT_TRUE(keys.empty());
+    EXPECT_EQ(keys.size(), 0u);
+    EXPECT_TRUE(keys.begin() == keys.end());
+    for (std::uint32_t i = 0; i < 5; ++i) keys.push_back(PropertyKey("K" + std::to_string(i), i));
+    ASSERT_EQ(keys.size(), 5u);
+    std::uint32_t expected = 0;
+    for (const PropertyKey& key : keys) {
+        EXPECT_EQ(key.KeyName(), "K" + std::to_string(expected));
+        EXPECT_EQ(key.EnumValue(), expected);
+        ++expected;
+    }
+    EXPECT_EQ(expected, 5u);
+    EXPECT_EQ(keys[3].KeyName(), "K3");
+    EXPECT_EQ(keys.begin()->KeyName(), "K0");
+
+    const PropertyKeyList copy = keys;
+    keys.clear();
+    EXPECT_TRUE(keys.empty());
+    ASSERT_EQ(copy.size(), 5u);
+    EXPECT_EQ(copy[4].KeyName(), "K4");
 }

@@ -50,3 +50,26 @@ TEST(KeyNameIds, KeepsEveryNumberThroughManyGrowths) {
     for (const auto& entry : expected) ASSERT_EQ(ids.Find(entry.first), entry.second) << entry.first;
     EXPECT_EQ(ids.Find("G_15000"), KeyNameIds::kNone);
 }
+
+// The last name interned is answered without the table: a run of the same name, a return to
+// an earlier one and a name that only starts like the last must all keep their numbers.
+TEST(KeyNameIds, RunsOfTheSameNameKeepTheirNumber) {
+    KeyNameIds ids;
+    EXPECT_EQ(ids.Intern("G_4"), 0u);
+    EXPECT_EQ(ids.Intern("G_4"), 0u);
+    EXPECT_EQ(ids.Intern("G_40"), 1u);
+    EXPECT_EQ(ids.Intern("G_4"), 0u);
+    EXPECT_EQ(ids.Intern("G_"), 2u);
+    EXPECT_EQ(ids.Intern("G_"), 2u);
+    EXPECT_EQ(ids.Intern("G_40"), 1u);
+    EXPECT_EQ(ids.Count(), 3u);
+
+    // Emptied by an exchange, the table forgets the last name too.
+    KeyNameIds emptied;
+    emptied.Swap(ids);
+    EXPECT_EQ(ids.Count(), 0u);
+    EXPECT_EQ(ids.Intern("G_40"), 0u);
+    EXPECT_EQ(ids.Find("G_4"), KeyNameIds::kNone);
+    EXPECT_EQ(emptied.Intern("G_40"), 1u);
+    EXPECT_EQ(emptied.Intern("NEW"), 3u);
+}

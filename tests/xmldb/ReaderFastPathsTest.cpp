@@ -2,6 +2,8 @@
 // without a string stream give what the shared conversion gives, and element names matched
 // straight from the parser's UTF-16 text select what the narrowed name selects.
 #include <algorithm>
+#include <cstdio>
+#include <cstdlib>
 #include <cstdint>
 #include <random>
 #include <string>
@@ -47,6 +49,49 @@ TEST(ReaderNumbers, AgreeWithTheSharedConversionOnRandomTexts) {
         if (engine() % 3 == 0) text = engine() % 2 == 0 ? "0x" : "0";
         for (std::size_t k = 0; k < length; ++k) text.push_back(alphabet[engine() % alphabet.size()]);
         ASSERT_EQ(ReadPrefixedNumber(text), SharedConversion(text)) << '"' << text << '"';
+    }
+}
+
+// What the reader gave for small numbers before it read plain digits itself.
+std::int32_t DecimalAsAtoi(const std::string& text) { return static_cast<std::int32_t>(std::atoi(text.c_str())); }
+
+std::int32_t EnumAsScanned(const std::string& text) {
+    if (text.size() >= 2 && text[0] == '0' && (text[1] == 'x' || text[1] == 'X')) {
+        unsigned int value = 0;
+        if (std::sscanf(text.c_str(), "%x", &value) != 1) value = 0;
+        return static_cast<std::int32_t>(value);
+    }
+    return DecimalAsAtoi(text);
+}
+
+TEST(ReaderNumbers, SmallNumbersAgreeWithAtoiAndScanfOnChosenTexts) {
+    // The table is laid out by hand.
+    // clang-format off
+    const std::vector<std::string> texts = {
+        "", "0", "7", "007", "123456789", "999999999", "1000000000", "2147483647", "-5", "+5", " 5", "5 ", "12a",
+        "a12", "\n  3\n", "0x", "0X", "0x0", "0x7FFFFFFF", "0x80000000", "0xFFFFFFFF", "0xffffffff", "0x0000000F",
+        "0x00000000F", "0x1g", "0xg", "0X1f", "0x 1", "0x-1", std::string("1\0" "2", 3), std::string("0x1\0" "2", 5)};
+    // clang-format on
+    for (const std::string& text : texts) {
+        EXPECT_EQ(ReadDecimal(text), DecimalAsAtoi(text)) << '"' << text << '"';
+        EXPECT_EQ(ReadEnumNumber(text), EnumAsScanned(text)) << '"' << text << '"';
+    }
+}
+
+TEST(ReaderNumbers, SmallNumbersAgreeWithAtoiAndScanfOnRandomTexts) {
+    const std::string alphabet = "0123456789abcdefxXABCDEF +-g";
+    std::mt19937 engine(20261123u);
+    for (int i = 0; i < 20000; ++i) {
+        std::string text;
+        // Up to ten digits: both sides of the nine digits and eight hex digits read directly.
+        const std::size_t length = engine() % 11;
+        if (engine() % 3 == 0) text = "0x";
+        for (std::size_t k = 0; k < length; ++k) {
+            text.push_back(engine() % 4 == 0 ? alphabet[engine() % alphabet.size()]
+                                             : "0123456789ABCDEF"[engine() % 16]);
+        }
+        ASSERT_EQ(ReadDecimal(text), DecimalAsAtoi(text)) << '"' << text << '"';
+        ASSERT_EQ(ReadEnumNumber(text), EnumAsScanned(text)) << '"' << text << '"';
     }
 }
 
@@ -139,6 +184,59 @@ TEST(ReaderElementNames, ABufferHoldingAnotherNameIsReadByItsCurrentText) {
         handler.endElement(buffer);
     }
     EXPECT_EQ(ListedNames(db), (std::vector<std::string>{"second", "fourth"}));
+}
+
+// End tags are read against the elements still open: one that comes with the buffer its
+// start tag came with closes that element without a lookup; one that comes with any other
+// buffer is read by its text, whatever buffers the start tags used.
+TEST(ReaderElementNames, EndTagsFromOtherBuffersAreReadByTheirText) {
+    NoAttributes none;
+    PropertyDB db(Fixture("untyped_only.xml"));
+    {
+        PropertyDBHandler handler(&db);
+        const std::u16string startBool = u"PROPERTY_BOOL", endBool = u"PROPERTY_BOOL";
+        const std::u16string startName = u"NAME", endName = u"NAME";
+        ASSERT_NE(startBool.c_str(), endBool.c_str());
+        handler.startElement(startBool.c_str(), none);
+        handler.startElement(startName.c_str(), none);
+        handler.characters(u"copied buffers", 14);
+        handler.endElement(endName.c_str());
+        handler.endElement(endBool.c_str());
+
+        // An end tag for an element that is not open: read by its text all the same.
+        handler.startElement(u"PROPERTY_BOOL", none);
+        handler.startElement(u"NAME", none);
+        handler.characters(u"closed twice", 12);
+        handler.endElement(u"NAME");
+        handler.endElement(endName.c_str());
+        handler.endElement(u"PROPERTY_BOOL");
+        handler.endElement(endBool.c_str());
+    }
+    // The stray second "PROPERTY_BOOL" end tag ends the property a second time, as a lookup
+    // of its text always did.
+    EXPECT_EQ(ListedNames(db), (std::vector<std::string>{"copied buffers", "closed twice", "closed twice"}));
+}
+
+// A parser never changes an open element's name. Should a buffer be rewritten between an
+// element's start and end tags anyway, the end tag closes the element its start tag opened.
+TEST(ReaderElementNames, AnEndTagWithItsStartTagsBufferClosesThatElement) {
+    NoAttributes none;
+    PropertyDB db(Fixture("untyped_only.xml"));
+    {
+        PropertyDBHandler handler(&db);
+        char16_t buffer[32] = {};
+        const std::u16string element = u"PROPERTY_BOOL";
+        std::copy(element.begin(), element.end(), buffer);
+        handler.startElement(buffer, none);
+        handler.startElement(u"NAME", none);
+        handler.characters(u"kept", 4);
+        handler.endElement(u"NAME");
+        const std::u16string other = u"NAME";
+        std::copy(other.begin(), other.end(), buffer);
+        buffer[other.size()] = 0;
+        handler.endElement(buffer);
+    }
+    EXPECT_EQ(ListedNames(db), (std::vector<std::string>{"kept"}));
 }
 
 bool CarriesReplaceableMark(IProperty* listed) {

@@ -1,0 +1,29 @@
+// The reader's character data: the parser's last piece, narrowed only when read (internal).
+#pragma once
+
+#include <cstddef>
+#include <string>
+
+#include <xercesc/util/XercesDefs.hpp>
+
+namespace TargetOperations {
+
+// Most pieces of character data are the blanks between tags, and the next piece replaces
+// them unread. A piece is therefore kept as the parser's units (one copy) and narrowed the
+// first time an end tag reads it; the result is what NarrowTextInto gives for the piece.
+class PendingText {
+public:
+    // Replaces the content by length units; a piece that runs on past length without a
+    // zero unit keeps its units up to the first one, as NarrowTextInto reads it.
+    void Replace(const XMLCh* units, std::size_t length);
+    void Clear();
+    // The content as 8-bit text.
+    const std::string& Narrowed();
+
+private:
+    std::basic_string<XMLCh> m_units;  // always followed by a zero unit
+    std::string m_narrowed;
+    bool m_narrowedIsCurrent = true;
+};
+
+}  // namespace TargetOperations
