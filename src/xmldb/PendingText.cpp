@@ -1,5 +1,7 @@
 #include "PendingText.h"
 
+#include <cstring>
+
 #include "NarrowText.h"
 
 namespace TargetOperations {
@@ -9,23 +11,36 @@ void PendingText::Replace(const XMLCh* units, std::size_t length) {
         Clear();
         return;
     }
-    m_units.assign(units, length);
-    for (std::size_t at = length; units[at] != 0; ++at) m_units.push_back(units[at]);
+    std::size_t total = length;
+    while (units[total] != 0) ++total;  // the parser's pieces normally end right at length
+    if (total + 1 > m_units.size()) m_units.resize(total + 1 + total / 2);
+    std::memcpy(m_units.data(), units, total * sizeof(XMLCh));
+    m_units[total] = 0;
+    m_length = total;
     m_narrowedIsCurrent = false;
 }
 
 void PendingText::Clear() {
-    m_units.clear();
+    m_length = 0;
+    if (!m_units.empty()) m_units[0] = 0;
     m_narrowed.clear();
     m_narrowedIsCurrent = true;
 }
 
 const std::string& PendingText::Narrowed() {
     if (!m_narrowedIsCurrent) {
-        NarrowTextInto(m_units.c_str(), m_units.size(), m_narrowed);
+        NarrowInto(m_narrowed);
         m_narrowedIsCurrent = true;
     }
     return m_narrowed;
+}
+
+void PendingText::NarrowInto(std::string& target) const {
+    if (m_length == 0) {
+        target.clear();
+        return;
+    }
+    NarrowTextInto(m_units.data(), m_length, target);
 }
 
 }  // namespace TargetOperations

@@ -3,6 +3,7 @@
 
 #include <cstddef>
 #include <string>
+#include <vector>
 
 #include <xercesc/util/XercesDefs.hpp>
 
@@ -19,9 +20,12 @@ public:
     void Clear();
     // The content as 8-bit text.
     const std::string& Narrowed();
+    // The same, written straight into target (replacing its content).
+    void NarrowInto(std::string& target) const;
 
 private:
-    std::basic_string<XMLCh> m_units;  // always followed by a zero unit
+    std::vector<XMLCh> m_units;  // only grows: the first m_length units, then a zero unit
+    std::size_t m_length = 0;
     std::string m_narrowed;
     bool m_narrowedIsCurrent = true;
 };

@@ -278,14 +278,14 @@ void PropertyDBHandler::endElement(const XMLCh* const name) {
         m_sublistClosed = true;
         break;
     case Tag_NAME:
-        m_name = m_text.Narrowed();
+        m_text.NarrowInto(m_name);
         break;
     case Tag_DESCRIPTION:
-        m_description = m_text.Narrowed();
+        m_text.NarrowInto(m_description);
         break;
     case Tag_VALUE:
         if (m_currentType == Tag_PROPERTY_STRING) {
-            m_stringValue = m_text.Narrowed();
+            m_text.NarrowInto(m_stringValue);
         } else {
             m_numericValue = ReadPrefixedNumber(m_text.Narrowed());
         }
@@ -303,7 +303,7 @@ void PropertyDBHandler::endElement(const XMLCh* const name) {
         ApplyAttribute(Tag_ENUMVALUE);
         break;
     case Tag_CHILDKEY:
-        m_childKey = m_text.Narrowed();
+        m_text.NarrowInto(m_childKey);
         ApplyAttribute(Tag_CHILDKEY);
         break;
     case Tag_RANGE_LO:
@@ -328,7 +328,7 @@ void PropertyDBHandler::endElement(const XMLCh* const name) {
         ApplyAttribute(Tag_DISABLE);
         break;
     case Tag_KEYNAME:
-        m_keyName = m_text.Narrowed();
+        m_text.NarrowInto(m_keyName);
         break;
     case Tag_KEYNUMBER:
         m_keyNumber = static_cast<std::uint32_t>(ReadDecimal(m_text.Narrowed()));
@@ -343,7 +343,7 @@ void PropertyDBHandler::endElement(const XMLCh* const name) {
         break;
     }
     case Tag_ALLOWED_STRING:
-        m_allowedString = m_text.Narrowed();
+        m_text.NarrowInto(m_allowedString);
         break;
     case Tag_ALLOWED_ENUM:
         m_allowedEnum = ReadEnumNumber(m_text.Narrowed());
@@ -355,16 +355,16 @@ void PropertyDBHandler::endElement(const XMLCh* const name) {
         m_allowedInteger = ReadPrefixedNumber(m_text.Narrowed());
         break;
     case Tag_ALLOWED_KEY:
-        m_allowedKey = m_text.Narrowed();
+        m_text.NarrowInto(m_allowedKey);
         break;
     case Tag_ALLOWED_SAMELEVEL_KEY:
-        m_allowedSameLevelKey = m_text.Narrowed();
+        m_text.NarrowInto(m_allowedSameLevelKey);
         break;
     case Tag_ALLOWEDITEM:
         EndAllowedItem();
         break;
     case Tag_EVENT_NAME:
-        m_eventName = m_text.Narrowed();
+        m_text.NarrowInto(m_eventName);
         break;
     case Tag_EVENT_CATEGORY:
         m_eventCategory = static_cast<std::uint32_t>(ReadDecimal(m_text.Narrowed()));

@@ -42,6 +42,22 @@ TEST(PendingText, ClearAndNullLeaveNoText) {
     EXPECT_EQ(text.Narrowed(), "");
     text.Replace(u"", 0);
     EXPECT_EQ(text.Narrowed(), "");
+    std::string written = "left from before";
+    text.NarrowInto(written);
+    EXPECT_EQ(written, "");
+}
+
+// The kept units only grow: a short piece after a long one reads as the short one alone.
+TEST(PendingText, AShortPieceAfterALongOneReadsAlone) {
+    PendingText text;
+    const std::u16string longPiece(200, u'x');
+    text.Replace(longPiece.c_str(), longPiece.size());
+    EXPECT_EQ(text.Narrowed(), std::string(200, 'x'));
+    text.Replace(u"ab", 2);
+    EXPECT_EQ(text.Narrowed(), "ab");
+    std::string written;
+    text.NarrowInto(written);
+    EXPECT_EQ(written, "ab");
 }
 
 TEST(PendingText, AgreesWithNarrowingEachPieceAtOnce) {
@@ -67,5 +83,8 @@ TEST(PendingText, AgreesWithNarrowingEachPieceAtOnce) {
         if (next() % 3 != 0) {
             ASSERT_EQ(pending.Narrowed(), direct) << "round " << round;
         }
+        std::string written = "left from before";
+        pending.NarrowInto(written);
+        ASSERT_EQ(written, direct) << "round " << round;
     }
 }
