@@ -18,6 +18,7 @@
 
 #include "AllocationCounter.h"
 #include "BenchmarkDatabases.h"
+#include "BlockMakingHandler.h"
 #include "api/RLXExports.h"
 #include "property/IProperty.h"
 #include "property/IStringProperty.h"
@@ -113,6 +114,22 @@ void BM_BareParse(benchmark::State& state, const BenchmarkDatabase& database) {
         xercesc::XMLPlatformUtils::Terminate();
     }
     SetFileSize(state, database);
+}
+
+// The bare parse plus the heap blocks of a loaded database, without anything read into them.
+void BM_HeapFloor(benchmark::State& state, const BenchmarkDatabase& database, std::size_t blocksPerProperty) {
+    for (auto _ : state) {
+        xercesc::XMLPlatformUtils::Initialize();
+        {
+            xercesc::SAXParser parser;
+            rlx_bench::BlockMakingHandler handler(blocksPerProperty);
+            parser.setDocumentHandler(&handler);
+            parser.setErrorHandler(&handler);
+            parser.parse(database.path.c_str());
+            benchmark::DoNotOptimize(handler.Blocks());
+        }
+        xercesc::XMLPlatformUtils::Terminate();
+    }
 }
 
 void BM_CreateAndRelease(benchmark::State& state, const BenchmarkDatabase& database) {
@@ -263,6 +280,13 @@ int main(int argc, char** argv) {
             ->Unit(benchmark::kMicrosecond);
         benchmark::RegisterBenchmark(("CreateAndRelease" + suffix).c_str(), BM_CreateAndRelease, database)
             ->Unit(benchmark::kMicrosecond);
+        if (database.label.rfind("N=", 0) == 0) {
+            for (std::size_t blocks : {1u, 3u, 5u}) {
+                benchmark::RegisterBenchmark(("HeapFloor" + std::to_string(blocks) + suffix).c_str(), BM_HeapFloor,
+                                             database, blocks)
+                    ->Unit(benchmark::kMicrosecond);
+            }
+        }
         benchmark::RegisterBenchmark(("RootProperty" + suffix).c_str(), BM_RootProperty, database)
             ->Unit(benchmark::kMicrosecond);
         benchmark::RegisterBenchmark(("EditType" + suffix).c_str(), BM_EditType, database)
