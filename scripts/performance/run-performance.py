@@ -294,7 +294,7 @@ def write_markdown(path, report, repetitions, baseline, previous=None):
         "```sh",
         "cmake -S . -B build/perf -DCMAKE_BUILD_TYPE=RelWithDebInfo -DRLX_BUILD_BENCHMARKS=ON",
         "cmake --build build/perf -j2 --target rlx_performance_benchmarks",
-        "scripts/performance/run-performance.py --build-dir build/perf --repetitions 5",
+        "scripts/performance/run-performance.py --build-dir build/perf --repetitions 9",
         "```",
         "",
         "The default preset builds the suite too (`build/default`); the suite is never run as a test.",
