@@ -5,7 +5,6 @@
 #include <deque>
 #include <string>
 #include <string_view>
-#include <utility>
 #include <vector>
 
 namespace TargetOperations {
@@ -22,12 +21,6 @@ public:
     std::uint32_t Find(std::string_view name) const;
     // How many names have numbers: they run from 0 to Count() - 1.
     std::size_t Count() const { return m_names.size(); }
-    // Exchanges the whole content with other's.
-    void Swap(KeyNameIds& other) noexcept {
-        m_names.swap(other.m_names);
-        m_slots.swap(other.m_slots);
-        std::swap(m_lastInterned, other.m_lastInterned);
-    }
 
 private:
     std::size_t SlotOf(std::string_view name, std::size_t hash) const;

@@ -17,21 +17,15 @@ void PendingText::Replace(const XMLCh* units, std::size_t length) {
     std::memcpy(m_units.data(), units, total * sizeof(XMLCh));
     m_units[total] = 0;
     m_length = total;
-    m_narrowedIsCurrent = false;
 }
 
 void PendingText::Clear() {
     m_length = 0;
     if (!m_units.empty()) m_units[0] = 0;
-    m_narrowed.clear();
-    m_narrowedIsCurrent = true;
 }
 
 const std::string& PendingText::Narrowed() {
-    if (!m_narrowedIsCurrent) {
-        NarrowInto(m_narrowed);
-        m_narrowedIsCurrent = true;
-    }
+    NarrowInto(m_narrowed);
     return m_narrowed;
 }
 

@@ -18,7 +18,7 @@ public:
     // zero unit keeps its units up to the first one, as NarrowTextInto reads it.
     void Replace(const XMLCh* units, std::size_t length);
     void Clear();
-    // The content as 8-bit text.
+    // The content as 8-bit text, narrowed anew on every call: an end tag reads it once.
     const std::string& Narrowed();
     // The same, written straight into target (replacing its content).
     void NarrowInto(std::string& target) const;
@@ -26,8 +26,7 @@ public:
 private:
     std::vector<XMLCh> m_units;  // only grows: the first m_length units, then a zero unit
     std::size_t m_length = 0;
-    std::string m_narrowed;
-    bool m_narrowedIsCurrent = true;
+    std::string m_narrowed;  // storage for Narrowed, reused
 };
 
 }  // namespace TargetOperations

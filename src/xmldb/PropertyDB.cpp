@@ -36,7 +36,7 @@ void PropertyDB::ReleaseAll() {
     // then finds each freed block next to free space and merges it at once, instead of
     // sorting hundreds of thousands of small blocks back in when the first large table goes.
     m_candidates.reset();
-    KeyNameIds().Swap(m_keyIds);
+    m_keyIds = KeyNameIds();
     std::vector<std::uint32_t>().swap(m_keyIdPool);
     std::vector<ListedKeys>().swap(m_listedKeys);
     for (std::size_t i = m_properties.size(); i-- > 0;) m_properties[i]->Release();

@@ -1,6 +1,7 @@
 // A property's name and description share one block: each text must still read, change and
 // copy as if it were held on its own.
 #include <string>
+#include <utility>
 
 #include <gtest/gtest.h>
 
@@ -11,6 +12,11 @@ using namespace TargetOperations;
 
 namespace {
 
+using NameThenDescription = std::pair<std::string, std::string>;
+
+// Both texts as the object hands them out.
+NameThenDescription Read(const PropertyTexts& texts) { return {texts.Name(), texts.Description()}; }
+
 Property* MakeNode(const std::string& name, const std::string& description) {
     return dynamic_cast<Property*>(Property::Construct(NameAndDescription(name, description)));
 }
@@ -19,50 +25,41 @@ Property* MakeNode(const std::string& name, const std::string& description) {
 
 TEST(PropertyTexts, NameAndDescriptionReadBackAsGiven) {
     PropertyTexts texts(NameAndDescription("Window low", "Lower bound of the data window"));
-    EXPECT_STREQ(texts.Name(), "Window low");
-    EXPECT_STREQ(texts.Description(), "Lower bound of the data window");
+    EXPECT_EQ(Read(texts), NameThenDescription("Window low", "Lower bound of the data window"));
 }
 
 TEST(PropertyTexts, EmptyTextsReadAsEmpty) {
     PropertyTexts texts(NameAndDescription("", ""));
-    EXPECT_STREQ(texts.Name(), "");
-    EXPECT_STREQ(texts.Description(), "");
+    EXPECT_EQ(Read(texts), NameThenDescription("", ""));
     texts.SetDescription("only a description");
-    EXPECT_STREQ(texts.Name(), "");
-    EXPECT_STREQ(texts.Description(), "only a description");
+    EXPECT_EQ(Read(texts), NameThenDescription("", "only a description"));
 }
 
 TEST(PropertyTexts, SettingOneTextKeepsTheOther) {
     PropertyTexts texts(NameAndDescription("short", "a description long enough to need a block of its own"));
     texts.SetName("a name that is now much longer than it was before");
-    EXPECT_STREQ(texts.Name(), "a name that is now much longer than it was before");
-    EXPECT_STREQ(texts.Description(), "a description long enough to need a block of its own");
+    EXPECT_EQ(Read(texts), NameThenDescription("a name that is now much longer than it was before", "a description long enough to need a block of its own"));
     texts.SetDescription("d");
-    EXPECT_STREQ(texts.Name(), "a name that is now much longer than it was before");
-    EXPECT_STREQ(texts.Description(), "d");
+    EXPECT_EQ(Read(texts), NameThenDescription("a name that is now much longer than it was before", "d"));
     texts.SetName("");
-    EXPECT_STREQ(texts.Name(), "");
-    EXPECT_STREQ(texts.Description(), "d");
+    EXPECT_EQ(Read(texts), NameThenDescription("", "d"));
 }
 
 TEST(PropertyTexts, NullLeavesATextAsItWas) {
     PropertyTexts texts(NameAndDescription("name", "description"));
     texts.SetName(nullptr);
     texts.SetDescription(nullptr);
-    EXPECT_STREQ(texts.Name(), "name");
-    EXPECT_STREQ(texts.Description(), "description");
+    EXPECT_EQ(Read(texts), NameThenDescription("name", "description"));
 }
 
 // The new text may be read from the object itself: it is copied before the old block goes.
 TEST(PropertyTexts, ATextMayBeSetFromTheOtherOrFromItself) {
     PropertyTexts texts(NameAndDescription("the name of this property", "the description of this property"));
     texts.SetDescription(texts.Name());
-    EXPECT_STREQ(texts.Name(), "the name of this property");
-    EXPECT_STREQ(texts.Description(), "the name of this property");
+    EXPECT_EQ(Read(texts), NameThenDescription("the name of this property", "the name of this property"));
     texts.SetDescription("another description, just as long");
     texts.SetName(texts.Description());
-    EXPECT_STREQ(texts.Name(), "another description, just as long");
-    EXPECT_STREQ(texts.Description(), "another description, just as long");
+    EXPECT_EQ(Read(texts), NameThenDescription("another description, just as long", "another description, just as long"));
     texts.SetName(texts.Name() + 8);
     EXPECT_STREQ(texts.Name(), "description, just as long");
     texts.SetDescription(texts.Description() + 8);
@@ -73,21 +70,17 @@ TEST(PropertyTexts, ATextMayBeSetFromTheOtherOrFromItself) {
 // description after it is untouched, also when the description changes later.
 TEST(PropertyTexts, ANameWithAZeroByteReadsUpToItAndKeepsTheDescription) {
     PropertyTexts texts(NameAndDescription(std::string("na\0me", 5), "description"));
-    EXPECT_STREQ(texts.Name(), "na");
-    EXPECT_STREQ(texts.Description(), "description");
+    EXPECT_EQ(Read(texts), NameThenDescription("na", "description"));
     texts.SetDescription("changed");
-    EXPECT_STREQ(texts.Name(), "na");
-    EXPECT_STREQ(texts.Description(), "changed");
+    EXPECT_EQ(Read(texts), NameThenDescription("na", "changed"));
 }
 
 TEST(PropertyTexts, ACopyHasItsOwnTexts) {
     PropertyTexts original(NameAndDescription("original name", "original description"));
     PropertyTexts copy(original);
     copy.SetName("copied name");
-    EXPECT_STREQ(original.Name(), "original name");
-    EXPECT_STREQ(original.Description(), "original description");
-    EXPECT_STREQ(copy.Name(), "copied name");
-    EXPECT_STREQ(copy.Description(), "original description");
+    EXPECT_EQ(Read(original), NameThenDescription("original name", "original description"));
+    EXPECT_EQ(Read(copy), NameThenDescription("copied name", "original description"));
 }
 
 TEST(PropertyTexts, APropertyAndItsCloneReadAndChangeTheirTextsApart) {

@@ -1,6 +1,7 @@
 // Key names numbered in the order they are first seen, found again by their text.
 #include <map>
 #include <string>
+#include <utility>
 
 #include <gtest/gtest.h>
 
@@ -64,12 +65,12 @@ TEST(KeyNameIds, RunsOfTheSameNameKeepTheirNumber) {
     EXPECT_EQ(ids.Intern("G_40"), 1u);
     EXPECT_EQ(ids.Count(), 3u);
 
-    // Emptied by an exchange, the table forgets the last name too.
-    KeyNameIds emptied;
-    emptied.Swap(ids);
+    // A table moved elsewhere keeps its last name; the one emptied by a fresh table forgets it.
+    KeyNameIds moved = std::move(ids);
+    ids = KeyNameIds();
     EXPECT_EQ(ids.Count(), 0u);
     EXPECT_EQ(ids.Intern("G_40"), 0u);
     EXPECT_EQ(ids.Find("G_4"), KeyNameIds::kNone);
-    EXPECT_EQ(emptied.Intern("G_40"), 1u);
-    EXPECT_EQ(emptied.Intern("NEW"), 3u);
+    EXPECT_EQ(moved.Intern("G_40"), 1u);
+    EXPECT_EQ(moved.Intern("NEW"), 3u);
 }

@@ -40,14 +40,16 @@ TEST(ReaderNumbers, AgreeWithTheSharedConversionOnChosenTexts) {
     }
 }
 
+// Digits of every base, the prefix letters and what may stand around or inside a number.
+const std::string kNumberAlphabet = "0123456789abcdefxXABCDEF +-g";
+
 TEST(ReaderNumbers, AgreeWithTheSharedConversionOnRandomTexts) {
-    const std::string alphabet = "0123456789abcdefxXABCDEF +-g";
     std::mt19937 engine(20261122u);
     for (int i = 0; i < 20000; ++i) {
         std::string text;
         const std::size_t length = engine() % 24;
         if (engine() % 3 == 0) text = engine() % 2 == 0 ? "0x" : "0";
-        for (std::size_t k = 0; k < length; ++k) text.push_back(alphabet[engine() % alphabet.size()]);
+        for (std::size_t k = 0; k < length; ++k) text.push_back(kNumberAlphabet[engine() % kNumberAlphabet.size()]);
         ASSERT_EQ(ReadPrefixedNumber(text), SharedConversion(text)) << '"' << text << '"';
     }
 }
@@ -79,7 +81,6 @@ TEST(ReaderNumbers, SmallNumbersAgreeWithAtoiAndScanfOnChosenTexts) {
 }
 
 TEST(ReaderNumbers, SmallNumbersAgreeWithAtoiAndScanfOnRandomTexts) {
-    const std::string alphabet = "0123456789abcdefxXABCDEF +-g";
     std::mt19937 engine(20261123u);
     for (int i = 0; i < 20000; ++i) {
         std::string text;
@@ -87,7 +88,7 @@ TEST(ReaderNumbers, SmallNumbersAgreeWithAtoiAndScanfOnRandomTexts) {
         const std::size_t length = engine() % 11;
         if (engine() % 3 == 0) text = "0x";
         for (std::size_t k = 0; k < length; ++k) {
-            text.push_back(engine() % 4 == 0 ? alphabet[engine() % alphabet.size()]
+            text.push_back(engine() % 4 == 0 ? kNumberAlphabet[engine() % kNumberAlphabet.size()]
                                              : "0123456789ABCDEF"[engine() % 16]);
         }
         ASSERT_EQ(ReadDecimal(text), DecimalAsAtoi(text)) << '"' << text << '"';
