@@ -307,10 +307,10 @@ def write_markdown(path, report, repetitions, baseline, previous=None):
         "parse with a handler that keeps nothing of the file but, at every property end tag, makes and "
         "writes heap blocks holding 480 bytes in all, as many as a loaded property keeps, in one, three "
         "or five blocks, and frees them last made first (`benchmarks/BlockMakingHandler.h`): the same "
-        "bytes cost more the more blocks they come in. A loaded property is now about 2.6 blocks (the "
-        "object, one block for its name and description together, and for strings the allowed values "
-        "and their attributes; a single key lives in the object); the public value classes hand out "
-        "`const std::string&`, so the texts stay in `std::string`. Besides the reader's own work "
+        "bytes cost more the more blocks they come in. A loaded property of the generated databases is "
+        "now about 1.6 blocks: a switch is its object alone (a name and description of up to 62 "
+        "characters together and a single key live inside it), a string adds its allowed values and their attributes. "
+        "Besides the reader's own work "
         "(matching element names, copying character data and narrowing what an end tag reads), the "
         "rest goes to glibc allocating and coalescing blocks (`unlink_chunk`, `malloc_consolidate`) and "
         "to Xerces running slower in caches the properties crowd. On the bundled samples a load is "
@@ -327,16 +327,16 @@ def write_markdown(path, report, repetitions, baseline, previous=None):
                   "same machine; \"n/a\" marks figures the earlier run did not reach (one ConvertBack at "
                   "N=100000 took minutes).", "", *linking_comparison(figures, medians(baseline))]
     if previous is not None:
-        lines += ["", "## Before and after the lighter properties and the lazily narrowed text", "",
-                  "Before: a property kept its name and description in two blocks and its keys in a list "
-                  "of their own, every piece of character data was narrowed as it came, every end tag "
-                  "looked its name up, and a release gave the properties back first-made first before "
-                  "the database's own tables. After: name and description share one block, a single key "
-                  "lives in the object, character data is narrowed only when an end tag reads it, an end "
-                  "tag closes the element its start tag opened without a lookup, key names repeated from "
-                  "the property before are numbered without hashing, and a release gives back the tables "
-                  "first and then the properties last-made first. Both runs are medians from the same "
-                  "machine, one after the other, with the same suite; only the library differs.", "",
+        lines += ["", "## Before and after the texts inside the property and the reading without strings", "",
+                  "Before: every property kept its name and description in a block of its own, every number "
+                  "and flag an end tag read was narrowed into a `std::string` first, each cached element name "
+                  "had one slot that a second name could keep evicting, and each key the reader gave a new "
+                  "property stepped the process-wide key generation (an atomic operation). After: a name and "
+                  "description of up to 62 characters together (about nine in ten properties of the bundled samples) "
+                  "lives inside the property, numbers and flags are read from a view of a buffer that only "
+                  "grows, a cached name may sit in either of two slots, and the keys of a property that no "
+                  "database lists yet are given without a generation step. Both runs are medians from the "
+                  "same machine, one after the other, with the same suite; only the library differs.", "",
                   *load_comparison(figures, medians(previous))]
     lines.append("")
     with open(path, "w", encoding="utf-8") as out:

@@ -79,6 +79,9 @@ private:
     // The database's linking index records each listed property's keys; the stamp tells it
     // when they changed afterwards, however they were changed.
     friend class PropertyDB;
+    // The reader gives a property its keys before any database lists it, when no index can
+    // hold a stale copy of them: those keys need no new generation.
+    friend class PropertyDBHandler;
     static std::uint64_t KeysGeneration();
     void KeysChanged();
 

@@ -20,19 +20,24 @@ void NarrowTextInto(const XMLCh* text, std::string& target) {
     for (std::size_t i = 0; i < length; ++i) out[i] = static_cast<char>(static_cast<unsigned char>(text[i] & 0xFF));
 }
 
+std::size_t NarrowUnits(const XMLCh* text, std::size_t length, char* out) {
+    for (std::size_t i = 0; i < length; ++i) {
+        if (text[i] == 0) return i;
+        out[i] = static_cast<char>(static_cast<unsigned char>(text[i] & 0xFF));
+    }
+    return length;
+}
+
 void NarrowTextInto(const XMLCh* text, std::size_t length, std::string& target) {
     if (text == nullptr) {
         target.clear();
         return;
     }
     target.resize(length);
-    char* out = target.data();
-    for (std::size_t i = 0; i < length; ++i) {
-        if (text[i] == 0) {
-            target.resize(i);
-            return;
-        }
-        out[i] = static_cast<char>(static_cast<unsigned char>(text[i] & 0xFF));
+    const std::size_t narrowed = NarrowUnits(text, length, target.data());
+    if (narrowed != length) {
+        target.resize(narrowed);
+        return;
     }
     // The parser's buffers end in a zero unit right after the counted text; should one ever
     // run on, the text still ends at its first zero unit.

@@ -15,6 +15,10 @@ std::string NarrowText(const XMLCh* text);
 // The same into target, replacing its content and reusing its storage.
 void NarrowTextInto(const XMLCh* text, std::string& target);
 
+// Writes the low bytes of the first length units to out, up to the first zero unit; returns
+// how many it wrote.
+std::size_t NarrowUnits(const XMLCh* text, std::size_t length, char* out);
+
 // The same for text whose length the parser already counted: one pass, and the text still
 // ends at its first zero unit, before or after length.
 void NarrowTextInto(const XMLCh* text, std::size_t length, std::string& target);

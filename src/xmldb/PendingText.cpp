@@ -1,12 +1,10 @@
 #include "PendingText.h"
 
-#include <cstring>
-
 #include "NarrowText.h"
 
 namespace TargetOperations {
 
-void PendingText::Replace(const XMLCh* units, std::size_t length) {
+void PendingText::ReplaceSlowly(const XMLCh* units, std::size_t length) {
     if (units == nullptr) {
         Clear();
         return;
@@ -24,9 +22,11 @@ void PendingText::Clear() {
     if (!m_units.empty()) m_units[0] = 0;
 }
 
-const std::string& PendingText::Narrowed() {
-    NarrowInto(m_narrowed);
-    return m_narrowed;
+std::string_view PendingText::Narrowed() {
+    if (m_length + 1 > m_narrowed.size()) m_narrowed.resize(m_length + 1 + m_length / 2);
+    const std::size_t length = NarrowUnits(m_units.data(), m_length, m_narrowed.data());
+    m_narrowed[length] = 0;
+    return std::string_view(m_narrowed.data(), length);
 }
 
 void PendingText::NarrowInto(std::string& target) const {

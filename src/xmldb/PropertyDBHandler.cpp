@@ -144,19 +144,30 @@ const TagNameIndex& TagNames() {
 }  // namespace
 
 PropertyDBTag PropertyDBHandler::RecentTagNames::Find(const XMLCh* name) {
-    // The parser's name buffers are 16-byte aligned and a few hundred bytes apart: the slot
-    // comes from a multiplicative hash of the address above those low bits.
+    // The parser's name buffers are 16-byte aligned and a few hundred bytes apart: the home
+    // slot comes from a multiplicative hash of the address above those low bits. A name may
+    // also sit in the slot next to it, so that two names sharing a home slot do not keep
+    // evicting each other.
     const std::uint64_t address = static_cast<std::uint64_t>(reinterpret_cast<std::uintptr_t>(name)) >> 4;
-    Entry& recent = m_entries[(address * 0x9E3779B97F4A7C15ull) >> (64 - kEntryBits)];
-    // The text is compared first, so that the read at length stays inside the name.
-    if (recent.name == name && name != nullptr && TagNameIndex::SameNarrowedText(name, recent.text, recent.length) &&
-        name[recent.length] == 0) {
-        return recent.code;
+    const std::size_t home = static_cast<std::size_t>((address * 0x9E3779B97F4A7C15ull) >> (64 - kEntryBits));
+    Entry& first = m_entries[home];
+    Entry& second = m_entries[home ^ 1];
+    if (name != nullptr) {
+        // The text is compared first, so that the read at length stays inside the name.
+        if (first.name == name && TagNameIndex::SameNarrowedText(name, first.text, first.length) &&
+            name[first.length] == 0) {
+            return first.code;
+        }
+        if (second.name == name && TagNameIndex::SameNarrowedText(name, second.text, second.length) &&
+            name[second.length] == 0) {
+            return second.code;
+        }
     }
     std::size_t length = 0;
     const TagNameIndex::Entry* found = TagNames().Find(name, length);
     if (found == nullptr) return Tag_NONE;
-    recent = Entry{name, found->name, length, found->code};
+    Entry& kept = first.name == nullptr || second.name != nullptr ? first : second;
+    kept = Entry{name, found->name, length, found->code};
     return found->code;
 }
 
@@ -503,7 +514,9 @@ Property* PropertyDBHandler::BuildProperty(std::uint32_t type) {
     property->SetEditable(m_editable);
     property->SetDisabled(m_disabled);
     property->SetReplacable(m_replacable);
-    for (const PropertyKey& key : m_keys) property->AddKeyName(key);
+    // Not AddKeyName: nothing lists the new property yet, so its keys need no new generation
+    // (an atomic step per key) for the linking indexes to notice.
+    for (const PropertyKey& key : m_keys) property->m_keys.push_back(key);
     return property;
 }
 

@@ -108,7 +108,7 @@ private:
             std::size_t length = 0;
             PropertyDBTag code = Tag_NONE;
         };
-        static constexpr unsigned kEntryBits = 6;
+        static constexpr unsigned kEntryBits = 7;
         static constexpr std::size_t kEntries = std::size_t{1} << kEntryBits;
         Entry m_entries[kEntries];
     };

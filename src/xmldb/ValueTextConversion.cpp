@@ -2,6 +2,7 @@
 
 #include <cstdio>
 #include <cstdlib>
+#include <string>
 
 #include "../support/uString.h"
 
@@ -34,12 +35,12 @@ bool ReadPlainDigits(const char* digits, std::size_t count, unsigned base, std::
 
 }  // namespace
 
-std::uint64_t ReadPrefixedNumber(const std::string& text) {
+std::uint64_t ReadPrefixedNumber(std::string_view text) {
     // The shared conversion rejects empty text; an empty value element reads as 0.
     if (text.empty()) return 0;
     // Most values are plain numbers: read those here, without a string stream.
     std::uint64_t value = 0;
-    const char* digits = text.c_str();
+    const char* digits = text.data();
     const std::size_t length = text.size();
     if (digits[0] != '0') {
         if (ReadPlainDigits(digits, length, 10, 19, value)) return value;
@@ -50,28 +51,29 @@ std::uint64_t ReadPrefixedNumber(const std::string& text) {
     } else if (ReadPlainDigits(digits + 1, length - 1, 8, 21, value)) {
         return value;
     }
-    return KW_MBR::uString::ToNumeric<std::uint64_t>(digits);
+    // The rare rest goes to the shared conversion, which reads a zero-terminated copy.
+    return KW_MBR::uString::ToNumeric<std::uint64_t>(std::string(text).c_str());
 }
 
-std::int32_t ReadEnumNumber(const std::string& text) {
+std::int32_t ReadEnumNumber(std::string_view text) {
     std::uint64_t value = 0;
     if (text.size() >= 2 && text[0] == '0' && (text[1] == 'x' || text[1] == 'X')) {
         // Up to eight plain hex digits read as "%x" reads them; the rest is left to it.
-        if (ReadPlainDigits(text.c_str() + 2, text.size() - 2, 16, 8, value)) {
+        if (ReadPlainDigits(text.data() + 2, text.size() - 2, 16, 8, value)) {
             return static_cast<std::int32_t>(static_cast<std::uint32_t>(value));
         }
         unsigned int scanned = 0;
-        if (std::sscanf(text.c_str(), "%x", &scanned) != 1) scanned = 0;
+        if (std::sscanf(std::string(text).c_str(), "%x", &scanned) != 1) scanned = 0;
         return static_cast<std::int32_t>(scanned);
     }
     return ReadDecimal(text);
 }
 
-std::int32_t ReadDecimal(const std::string& text) {
+std::int32_t ReadDecimal(std::string_view text) {
     // Up to nine plain decimal digits cannot overflow: atoi gives the same for them.
     std::uint64_t value = 0;
-    if (ReadPlainDigits(text.c_str(), text.size(), 10, 9, value)) return static_cast<std::int32_t>(value);
-    return static_cast<std::int32_t>(std::atoi(text.c_str()));
+    if (ReadPlainDigits(text.data(), text.size(), 10, 9, value)) return static_cast<std::int32_t>(value);
+    return static_cast<std::int32_t>(std::atoi(std::string(text).c_str()));
 }
 
 }  // namespace TargetOperations

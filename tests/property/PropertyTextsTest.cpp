@@ -96,3 +96,38 @@ TEST(PropertyTexts, APropertyAndItsCloneReadAndChangeTheirTextsApart) {
     clone->Release();
     node->Release();
 }
+
+// Short pairs are kept inside the object, longer ones in a block of their own. Every size
+// around that limit reads back, copies and changes alike, also when a change moves the pair
+// from one kind of storage to the other with a text taken from the pair itself.
+TEST(PropertyTexts, PairsAroundTheInsideLimitReadCopyAndChangeAlike) {
+    const std::size_t limit = PropertyTexts::kInlineBytes;
+    for (std::size_t total = limit - 4; total <= limit + 4; ++total) {
+        // total bytes with both zeros: a name of 10 characters and the rest description.
+        const std::string name(10, 'n');
+        const std::string description(total - 12, 'd');
+        PropertyTexts texts(NameAndDescription(name, description));
+        ASSERT_EQ(Read(texts), NameThenDescription(name, description)) << total;
+
+        PropertyTexts copy(texts);
+        PropertyTexts assigned(NameAndDescription("x", "y"));
+        assigned = texts;
+        EXPECT_EQ(Read(copy), NameThenDescription(name, description)) << total;
+        EXPECT_EQ(Read(assigned), NameThenDescription(name, description)) << total;
+        EXPECT_NE(copy.Name(), texts.Name()) << total;
+
+        // Grows past the limit from its own description, then shrinks back from its own name.
+        texts.SetName(texts.Description());
+        EXPECT_EQ(Read(texts), NameThenDescription(description, description)) << total;
+        texts.SetDescription(texts.Name() + description.size() - 1);
+        EXPECT_EQ(Read(texts), NameThenDescription(description, "d")) << total;
+        texts.SetName("n");
+        EXPECT_EQ(Read(texts), NameThenDescription("n", "d")) << total;
+
+        // The copies kept theirs.
+        EXPECT_EQ(Read(copy), NameThenDescription(name, description)) << total;
+        const PropertyTexts& same = assigned;
+        assigned = same;
+        EXPECT_EQ(Read(assigned), NameThenDescription(name, description)) << total;
+    }
+}

@@ -2,6 +2,7 @@
 // reads must be exactly what narrowing each piece straight away gives.
 #include <cstdint>
 #include <string>
+#include <string_view>
 
 #include <gtest/gtest.h>
 
@@ -87,4 +88,20 @@ TEST(PendingText, AgreesWithNarrowingEachPieceAtOnce) {
         pending.NarrowInto(written);
         ASSERT_EQ(written, direct) << "round " << round;
     }
+}
+
+// The numbers and flags of a database are read from the view Narrowed gives: it ends where
+// the text ends and a zero byte follows it, whatever longer text the storage held before.
+TEST(PendingText, TheNarrowedViewEndsInAZeroByte) {
+    PendingText text;
+    text.Replace(u"0x12345678 and more", 19);
+    EXPECT_EQ(text.Narrowed(), "0x12345678 and more");
+    text.Replace(u"42", 2);
+    const std::string_view narrowed = text.Narrowed();
+    EXPECT_EQ(narrowed, "42");
+    EXPECT_EQ(narrowed.data()[narrowed.size()], '\0');
+    text.Clear();
+    const std::string_view empty = text.Narrowed();
+    EXPECT_TRUE(empty.empty());
+    EXPECT_EQ(empty.data()[0], '\0');
 }

@@ -2,11 +2,14 @@
 // without a string stream give what the shared conversion gives, and element names matched
 // straight from the parser's UTF-16 text select what the narrowed name selects.
 #include <algorithm>
+#include <array>
 #include <cstdio>
 #include <cstdlib>
 #include <cstdint>
 #include <random>
 #include <string>
+#include <string_view>
+#include <utility>
 #include <vector>
 
 #include <gtest/gtest.h>
@@ -93,6 +96,24 @@ TEST(ReaderNumbers, SmallNumbersAgreeWithAtoiAndScanfOnRandomTexts) {
         }
         ASSERT_EQ(ReadDecimal(text), DecimalAsAtoi(text)) << '"' << text << '"';
         ASSERT_EQ(ReadEnumNumber(text), EnumAsScanned(text)) << '"' << text << '"';
+    }
+}
+
+// The reader hands the conversions a view of its narrowing buffer. A view that stops short
+// of its text's end reads as the text it shows, also where the slow conversions take over.
+TEST(ReaderNumbers, AViewReadsAsTheTextItShows) {
+    // The table is laid out by hand.
+    // clang-format off
+    const std::vector<std::pair<std::string, std::size_t>> cuts = {
+        {"12345", 2}, {"0x1fff", 4}, {"0x1", 2}, {"0777", 2}, {" 42abc", 3}, {"-17 trailing", 3}, {"0x 1", 3},
+        {"1234567890123", 10}, {"0x123456789", 10}, {"077777777777777777777777", 23}, {"5", 0}, {"0x10", 1}};
+    // clang-format on
+    for (const auto& [text, length] : cuts) {
+        const std::string shown = text.substr(0, length);
+        const std::string_view view(text.data(), length);
+        EXPECT_EQ(ReadPrefixedNumber(view), SharedConversion(shown)) << '"' << shown << '"';
+        EXPECT_EQ(ReadDecimal(view), DecimalAsAtoi(shown)) << '"' << shown << '"';
+        EXPECT_EQ(ReadEnumNumber(view), EnumAsScanned(shown)) << '"' << shown << '"';
     }
 }
 
@@ -185,6 +206,50 @@ TEST(ReaderElementNames, ABufferHoldingAnotherNameIsReadByItsCurrentText) {
         handler.endElement(buffer);
     }
     EXPECT_EQ(ListedNames(db), (std::vector<std::string>{"second", "fourth"}));
+}
+
+// The reader remembers element names by the address of the parser's buffer. Many buffers,
+// rewritten at random between uses, many of them sharing a place in that memory: each start
+// tag must still be read by what its buffer holds at that moment.
+TEST(ReaderElementNames, ManyBuffersRewrittenAtRandomAreReadByTheirCurrentText) {
+    NoAttributes none;
+    // The typed tags build a property, the others do not; only "NAME" names it.
+    const std::vector<std::u16string> propertyNames = {u"PROPERTY_BOOL", u"PROPERTY_STRING", u"PROPERTY",
+                                                       u"PROPERTY_BOO",  u"PROPERTY_BOOL_",  u"NAMEX"};
+    const std::vector<bool> builds = {true, true, false, false, false, false};
+    const std::vector<std::u16string> nameNames = {u"NAME", u"NAMe", u"NAMEX", u"NAM"};
+    std::vector<std::array<char16_t, 32>> buffers(300);
+    for (auto& buffer : buffers) buffer.fill(0);
+    const auto write = [](std::array<char16_t, 32>& buffer, const std::u16string& name) {
+        std::copy(name.begin(), name.end(), buffer.begin());
+        buffer[name.size()] = 0;
+    };
+
+    std::mt19937 engine(20261124u);
+    std::vector<std::string> expected;
+    PropertyDB db(Fixture("untyped_only.xml"));
+    {
+        PropertyDBHandler handler(&db);
+        for (int round = 0; round < 5000; ++round) {
+            auto& element = buffers[engine() % buffers.size()];
+            auto* nameElement = &buffers[engine() % buffers.size()];
+            while (nameElement == &element) nameElement = &buffers[engine() % buffers.size()];
+            const std::size_t kind = engine() % propertyNames.size();
+            const std::size_t nameKind = engine() % nameNames.size();
+            write(element, propertyNames[kind]);
+            write(*nameElement, nameNames[nameKind]);
+
+            const std::string number = std::to_string(round);
+            const std::u16string text = u"p" + std::u16string(number.begin(), number.end());
+            handler.startElement(element.data(), none);
+            handler.startElement(nameElement->data(), none);
+            handler.characters(text.c_str(), text.size());
+            handler.endElement(nameElement->data());
+            handler.endElement(element.data());
+            if (builds[kind]) expected.push_back(nameKind == 0 ? "p" + number : "");
+        }
+    }
+    EXPECT_EQ(ListedNames(db), expected);
 }
 
 // End tags are read against the elements still open: one that comes with the buffer its
