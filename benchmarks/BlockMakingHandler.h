@@ -12,15 +12,16 @@
 namespace rlx_bench {
 
 // At every property end tag, makes blocksPerProperty blocks that together hold as many bytes
-// as a loaded property keeps, writes them, and keeps them; the destructor frees them last
-// made first, as a database's release does. Block count and bytes can so be told apart.
+// as a loaded property keeps, writes them, and keeps them; the destructor frees them in the
+// order they were made, as a database's release gives its properties back in list order.
+// Block count and bytes can so be told apart.
 class BlockMakingHandler : public xercesc::HandlerBase {
 public:
     static constexpr std::size_t kBytesPerProperty = 480;
 
     explicit BlockMakingHandler(std::size_t blocksPerProperty) : m_sizes(SizesFor(blocksPerProperty)) {}
     ~BlockMakingHandler() override {
-        for (std::size_t i = m_blocks.size(); i-- > 0;) std::free(m_blocks[i]);
+        for (void* block : m_blocks) std::free(block);
     }
     BlockMakingHandler(const BlockMakingHandler&) = delete;
     BlockMakingHandler& operator=(const BlockMakingHandler&) = delete;

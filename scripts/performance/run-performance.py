@@ -306,7 +306,7 @@ def write_markdown(path, report, repetitions, baseline, previous=None):
         "database as it outgrows the caches. Much of the gap is the heap. The table below times the bare "
         "parse with a handler that keeps nothing of the file but, at every property end tag, makes and "
         "writes heap blocks holding 480 bytes in all, as many as a loaded property keeps, in one, three "
-        "or five blocks, and frees them last made first (`benchmarks/BlockMakingHandler.h`): the same "
+        "or five blocks, and frees them in the order they were made (`benchmarks/BlockMakingHandler.h`): the same "
         "bytes cost more the more blocks they come in. A loaded property of the generated databases is "
         "now about 1.6 blocks: a switch is its object alone (a name and description of up to 62 "
         "characters together and a single key live inside it), a string adds its allowed values and their attributes. "

@@ -5,19 +5,13 @@
 
 namespace TargetOperations {
 
-PropertyTexts::PropertyTexts(const NameAndDescription& nd) : m_text(m_inline), m_descriptionAt(1), m_length(1) {
-    m_inline[0] = '\0';
-    m_inline[1] = '\0';
+PropertyTexts::PropertyTexts(const NameAndDescription& nd) {
     const std::string& name = nd.Name();
     const std::string& description = nd.Description();
     Assign(name.data(), name.size(), description.data(), description.size());
 }
 
-PropertyTexts::PropertyTexts(const PropertyTexts& other) : m_text(m_inline), m_descriptionAt(1), m_length(1) {
-    m_inline[0] = '\0';
-    m_inline[1] = '\0';
-    Assign(other.m_text, other.m_descriptionAt - 1, other.Description(), other.m_length - other.m_descriptionAt);
-}
+PropertyTexts::PropertyTexts(const PropertyTexts& other) { *this = other; }
 
 PropertyTexts& PropertyTexts::operator=(const PropertyTexts& other) {
     if (this != &other) {

@@ -35,9 +35,10 @@ private:
     void Assign(const char* name, std::size_t nameLength, const char* description, std::size_t descriptionLength);
     bool IsInline() const { return m_text == m_inline; }
 
-    char* m_text;                 // m_inline, or a block of its own
-    std::size_t m_descriptionAt;  // one past the zero that ends the name
-    std::size_t m_length;         // of everything before the final zero
+    // Every constructor assigns a pair at once; until then the object owns no block.
+    char* m_text = m_inline;          // m_inline, or a block of its own
+    std::size_t m_descriptionAt = 0;  // one past the zero that ends the name
+    std::size_t m_length = 0;         // of everything before the final zero
     char m_inline[kInlineBytes];
 };
 

@@ -2,6 +2,12 @@
 
 namespace TargetOperations {
 
+namespace {
+
+char NarrowUnit(XMLCh unit) { return static_cast<char>(static_cast<unsigned char>(unit & 0xFF)); }
+
+}  // namespace
+
 std::string NarrowText(const XMLCh* text) {
     std::string narrowed;
     NarrowTextInto(text, narrowed);
@@ -16,14 +22,13 @@ void NarrowTextInto(const XMLCh* text, std::string& target) {
     // Within the target's capacity this allocates nothing: character data comes in many short
     // pieces (the blanks between tags) that all land in the same string.
     target.resize(length);
-    char* out = target.data();
-    for (std::size_t i = 0; i < length; ++i) out[i] = static_cast<char>(static_cast<unsigned char>(text[i] & 0xFF));
+    NarrowUnits(text, length, target.data());
 }
 
 std::size_t NarrowUnits(const XMLCh* text, std::size_t length, char* out) {
     for (std::size_t i = 0; i < length; ++i) {
         if (text[i] == 0) return i;
-        out[i] = static_cast<char>(static_cast<unsigned char>(text[i] & 0xFF));
+        out[i] = NarrowUnit(text[i]);
     }
     return length;
 }
@@ -42,7 +47,7 @@ void NarrowTextInto(const XMLCh* text, std::size_t length, std::string& target) 
     // The parser's buffers end in a zero unit right after the counted text; should one ever
     // run on, the text still ends at its first zero unit.
     for (std::size_t i = length; text[i] != 0; ++i) {
-        target.push_back(static_cast<char>(static_cast<unsigned char>(text[i] & 0xFF)));
+        target.push_back(NarrowUnit(text[i]));
     }
 }
 

@@ -32,14 +32,14 @@ PropertyDB::PropertyDB(const std::string& fileName) : m_reserved(nullptr) {
 PropertyDB::~PropertyDB() { ReleaseAll(); }
 
 void PropertyDB::ReleaseAll() {
-    // The database's own tables go first and the properties last-made first: the allocator
-    // then finds each freed block next to free space and merges it at once, instead of
-    // sorting hundreds of thousands of small blocks back in when the first large table goes.
+    // The database's own tables go first, before the properties: freed after them, the first
+    // large table would make the allocator sort hundreds of thousands of small freed blocks
+    // back in at once. The properties are then released in list order.
     m_candidates.reset();
     m_keyIds = KeyNameIds();
     std::vector<std::uint32_t>().swap(m_keyIdPool);
     std::vector<ListedKeys>().swap(m_listedKeys);
-    for (std::size_t i = m_properties.size(); i-- > 0;) m_properties[i]->Release();
+    for (IProperty* property : m_properties) property->Release();
     m_properties.clear();
 }
 

@@ -1,5 +1,6 @@
 // The flat property list of a database and its lookups and edits.
 #include <memory>
+#include <string>
 #include <vector>
 
 #include <gtest/gtest.h>
@@ -20,6 +21,17 @@ std::uint32_t ReferenceCountOf(IProperty* property) {
 IProperty* MakeBoolean(const char* name) {
     return BooleanProperty::Construct(NameAndDescription(name, "made by the test"), true);
 }
+
+// A property that writes its name into a log when it is destroyed.
+class LoggedProperty : public Property {
+public:
+    LoggedProperty(const char* name, std::vector<std::string>& log)
+        : Property(NameAndDescription(name, "logged by the test")), m_log(log) {}
+    ~LoggedProperty() override { m_log.emplace_back(GetName()); }
+
+private:
+    std::vector<std::string>& m_log;
+};
 
 }  // namespace
 
@@ -150,6 +162,22 @@ TEST(PropertyDB, DestructorReleasesEachListedPropertyOnce) {
     EXPECT_EQ(ReferenceCountOf(watched), 1u);
     EXPECT_STREQ(watched->GetName(), "Other");
     watched->Release();
+}
+
+// The listed properties are given back in list order, first to last, whatever put them there.
+TEST(PropertyDB, DestructorReleasesTheListInListOrder) {
+    std::vector<std::string> log;
+    {
+        PropertyDB db(Fixture("lookups.xml"));
+        db.AddProperty(new LoggedProperty("Added second", log));
+        db.InsertPropertyFirst(new LoggedProperty("Inserted first", log));
+        db.AddProperty(new LoggedProperty("Added third", log));
+        db.AddProperty(new LoggedProperty("Added last", log));
+        // The list: the inserted one, the four properties of the file, the three added ones.
+        ASSERT_EQ(db.GetPropertyCount(), 8u);
+        EXPECT_TRUE(log.empty());
+    }
+    EXPECT_EQ(log, (std::vector<std::string>{"Inserted first", "Added second", "Added third", "Added last"}));
 }
 
 TEST(PropertyDB, ParseAgainAppendsTheSecondFile) {
