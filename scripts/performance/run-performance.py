@@ -313,8 +313,8 @@ def write_markdown(path, report, repetitions, baseline, previous=None):
         "Besides the reader's own work "
         "(matching element names, copying character data and narrowing what an end tag reads), the "
         "rest goes to glibc allocating and coalescing blocks (`unlink_chunk`, `malloc_consolidate`) and "
-        "to Xerces running slower in caches the properties crowd. On the bundled samples a load is "
-        "within 5 % of the bare parse.",
+        "to Xerces running slower in caches the properties crowd. On the bundled samples a load costs "
+        "within a few per cent of the bare parse (first table).",
         "",
         *heap_floor_table(figures),
     ]
