@@ -47,8 +47,7 @@ Property::Property(const Property& source)
       m_keys(source.m_keys),
       m_category(source.m_category),
       m_enumValue(source.m_enumValue),
-      m_childKey(source.m_childKey),
-      m_sameLevelKey(source.m_sameLevelKey),
+      m_linkKeys(source.m_linkKeys),
       m_editable(source.m_editable),
       m_disabled(source.m_disabled),
       m_haltCpu(source.m_haltCpu),
@@ -156,16 +155,16 @@ void Property::SetEnumValue(std::int32_t enumValue) { m_enumValue = enumValue; }
 std::int32_t Property::GetEnumValue() const { return m_enumValue; }
 
 void Property::SetChildKey(const char* childKey) {
-    if (childKey != nullptr) m_childKey = childKey;
+    m_linkKeys.SetFirst(childKey);
 }
 
-const char* Property::GetChildKey() const { return m_childKey.c_str(); }
+const char* Property::GetChildKey() const { return m_linkKeys.First(); }
 
 void Property::SetSameLevelKey(const char* sameLevelKey) {
-    if (sameLevelKey != nullptr) m_sameLevelKey = sameLevelKey;
+    m_linkKeys.SetSecond(sameLevelKey);
 }
 
-const char* Property::GetSameLevelKey() const { return m_sameLevelKey.c_str(); }
+const char* Property::GetSameLevelKey() const { return m_linkKeys.Second(); }
 
 void Property::SetName(const char* name) { m_texts.SetName(name); }
 void Property::SetDescription(const char* description) { m_texts.SetDescription(description); }
@@ -189,7 +188,7 @@ void Property::KeysChanged() { m_keysStamp = g_keysGeneration.fetch_add(1, std::
 bool Property::IsKeyName(const char* name) const {
     if (name == nullptr) return false;
     // A keyless property whose child key is "TESTKEY" accepts exactly that one name.
-    if (m_keys.empty() && m_childKey == kTestKey && std::strcmp(name, kTestKey) == 0) return true;
+    if (m_keys.empty() && std::strcmp(m_linkKeys.First(), kTestKey) == 0 && std::strcmp(name, kTestKey) == 0) return true;
     for (const PropertyKey& key : m_keys) {
         if (SameText(key.KeyName(), name)) return true;
     }

@@ -10,6 +10,7 @@
 #include "PropertyKey.h"
 #include "PropertyKeyList.h"
 #include "PropertyTexts.h"
+#include "TextPair.h"
 #include "ReferenceCount.h"
 #include "Replacable.h"
 
@@ -89,8 +90,7 @@ private:
     PropertyKeyList m_keys;
     std::uint32_t m_category;
     std::int32_t m_enumValue;
-    std::string m_childKey;
-    std::string m_sameLevelKey;
+    TextPair<24> m_linkKeys;  // the child key, then the same-level key: both short, often empty
     bool m_editable;
     bool m_disabled;
     bool m_haltCpu;

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstddef>
+#include <memory>
 #include <optional>
 #include <vector>
 
@@ -10,9 +11,20 @@
 namespace TargetOperations {
 
 // Nearly every property of a database has a single key: that one lives in the object itself,
-// so such a property needs no block of its own for its keys. Further keys follow in a vector.
+// so such a property needs no block of its own for its keys. Further keys follow in a vector
+// that only a property with more than one key has.
 class PropertyKeyList {
 public:
+    PropertyKeyList() = default;
+    PropertyKeyList(const PropertyKeyList& other)
+        : m_first(other.m_first), m_more(other.m_more ? std::make_unique<std::vector<PropertyKey>>(*other.m_more) : nullptr) {}
+    PropertyKeyList& operator=(const PropertyKeyList& other) {
+        if (this != &other) *this = PropertyKeyList(other);
+        return *this;
+    }
+    PropertyKeyList& operator=(PropertyKeyList&&) = default;
+    ~PropertyKeyList() = default;
+
     class const_iterator {
     public:
         const_iterator(const PropertyKeyList* list, std::size_t at) : m_list(list), m_at(at) {}
@@ -31,26 +43,27 @@ public:
     };
 
     bool empty() const { return !m_first.has_value(); }
-    std::size_t size() const { return m_first.has_value() ? 1 + m_more.size() : 0; }
-    const PropertyKey& operator[](std::size_t at) const { return at == 0 ? *m_first : m_more[at - 1]; }
+    std::size_t size() const { return m_first.has_value() ? 1 + (m_more ? m_more->size() : 0) : 0; }
+    const PropertyKey& operator[](std::size_t at) const { return at == 0 ? *m_first : (*m_more)[at - 1]; }
     const_iterator begin() const { return const_iterator(this, 0); }
     const_iterator end() const { return const_iterator(this, size()); }
 
     void push_back(const PropertyKey& key) {
         if (m_first.has_value()) {
-            m_more.push_back(key);
+            if (!m_more) m_more = std::make_unique<std::vector<PropertyKey>>();
+            m_more->push_back(key);
         } else {
             m_first.emplace(key);
         }
     }
     void clear() {
         m_first.reset();
-        m_more.clear();
+        m_more.reset();
     }
 
 private:
     std::optional<PropertyKey> m_first;
-    std::vector<PropertyKey> m_more;
+    std::unique_ptr<std::vector<PropertyKey>> m_more;  // null until a second key comes
 };
 
 }  // namespace TargetOperations

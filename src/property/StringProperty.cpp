@@ -2,58 +2,56 @@
 
 #include <algorithm>
 #include <new>
+#include <typeinfo>
 
 namespace TargetOperations {
 
 using namespace ReferenceCounting;
 
-namespace {
-
-// Position of the first allowed value equal to `text`, or values.size().
-std::size_t FindAllowed(const std::vector<std::string>& values, const char* text) {
-    if (text == nullptr) return values.size();
-    for (std::size_t i = 0; i < values.size(); ++i) {
-        if (values[i] == text) return i;
-    }
-    return values.size();
-}
-
-}  // namespace
-
 StringProperty::StringProperty(const NameAndDescription& nd, const std::string& value,
                                const std::vector<std::string>& allowed,
                                const std::vector<ValueAttribute>& attributes)
     : Property(nd),
-      m_allowedValues(allowed),
-      m_allowedAttributes(attributes),
+      m_allowed(allowed, attributes),
       m_value(value),
       m_replacableAllowed(NotReplacable) {
     // A value outside the list is replaced by the first allowed value, but only for an
     // editable, enabled property; otherwise the given value stands.
-    if (m_allowedValues.empty() || !IsEditable() || IsDisabled()) return;
-    if (FindAllowed(m_allowedValues, m_value.c_str()) == m_allowedValues.size()) {
-        m_value = m_allowedValues.front();
-        if (!m_allowedAttributes.empty()) ApplyAttribute(m_allowedAttributes.front());
+    if (!m_allowed.HasValues() || !IsEditable() || IsDisabled()) return;
+    if (m_allowed.FindValue(m_value) == m_allowed.ValueCount()) {
+        m_value = m_allowed.Value(0);
+        if (m_allowed.AttributeCount() != 0) ApplyAttribute(m_allowed.AttributeAt(0));
     } else {
         UpdateChildKey();
     }
 }
 
 // The copy reads the source through its interface: a read-only source presents no allowed
-// values, so its copy carries the attributes but not the values. No child-key update is
-// made; the copied Property part already holds the source's keys.
+// values, so its copy carries the attributes but not the values, and values come back as
+// zero-terminated texts. No child-key update is made; the copied Property part already holds
+// the source's keys.
 StringProperty::StringProperty(const StringProperty& source)
     : IReferenceCount(), IProperty(), IAttachableProperty(), Property(source), IStringProperty(),
       m_value(source.GetValue()),
       m_replacableAllowed(source.m_replacableAllowed) {
-    const_cast<StringProperty&>(source).GetAllowedAttributes(m_allowedAttributes);
     std::uint32_t count = 0;
-    source.HasAllowedValues(count);
-    if (count != 0) {
-        std::vector<const char*> values(count, nullptr);
-        source.GetAllowedValues(values.data());
-        for (const char* v : values) m_allowedValues.emplace_back(v);
+    const bool presentsValues = source.HasAllowedValues(count);
+    // A plain string property would read back exactly what it holds unless it is read-only or
+    // a value holds a zero byte: then one copy of the block is the whole work.
+    if (typeid(source) == typeid(StringProperty) && (presentsValues || !source.m_allowed.HasValues()) &&
+        !source.m_allowed.AnyValueHoldsZero()) {
+        m_allowed = source.m_allowed;
+        return;
     }
+    std::vector<ValueAttribute> attributes;
+    const_cast<StringProperty&>(source).GetAllowedAttributes(attributes);
+    std::vector<std::string> values;
+    if (count != 0) {
+        std::vector<const char*> texts(count, nullptr);
+        source.GetAllowedValues(texts.data());
+        values.assign(texts.begin(), texts.end());
+    }
+    m_allowed = AllowedItems(values, attributes);
 }
 
 StringProperty::~StringProperty() = default;
@@ -85,12 +83,12 @@ const char* StringProperty::GetValue() const { return m_value.c_str(); }
 
 void StringProperty::SetValue(const char* value) {
     if (value == nullptr) return;
-    if (m_allowedValues.empty()) {
+    if (!m_allowed.HasValues()) {
         m_value = value;  // free text: the child key stays as it is
         return;
     }
     // A value outside the list is dropped silently; a disabled allowed value can still be chosen.
-    if (FindAllowed(m_allowedValues, value) == m_allowedValues.size()) return;
+    if (m_allowed.FindValue(value) == m_allowed.ValueCount()) return;
     if (m_value == value) return;
     m_value = value;
     UpdateChildKey();
@@ -102,21 +100,22 @@ bool StringProperty::HasAllowedValues(std::uint32_t& count) const {
         count = 0;
         return false;
     }
-    count = static_cast<std::uint32_t>(m_allowedValues.size());
+    count = static_cast<std::uint32_t>(m_allowed.ValueCount());
     return count != 0;
 }
 
 void StringProperty::GetAllowedValues(const char** out) const {
-    for (std::size_t i = 0; i < m_allowedValues.size(); ++i) out[i] = m_allowedValues[i].c_str();
+    const std::size_t count = m_allowed.ValueCount();
+    for (std::size_t i = 0; i < count; ++i) out[i] = m_allowed.ValueText(i);
 }
 
 void StringProperty::AddAllowedValues(const char* value) {
     if (value == nullptr) return;
-    if (m_allowedValues.empty()) {
+    if (!m_allowed.HasValues()) {
         m_value = value;  // the first allowed value is also the initial selection
-        m_allowedValues.emplace_back(value);
-    } else if (FindAllowed(m_allowedValues, value) == m_allowedValues.size()) {
-        m_allowedValues.emplace_back(value);
+        m_allowed.AddValue(value);
+    } else if (m_allowed.FindValue(value) == m_allowed.ValueCount()) {
+        m_allowed.AddValue(value);
     }
     UpdateChildKey();
 }
@@ -124,30 +123,28 @@ void StringProperty::AddAllowedValues(const char* value) {
 void StringProperty::AddAllowedAttributes(ValueAttribute attribute) {
     // Duplicates are dropped, so two values with identical attributes fall out of step:
     // database authors give every allowed value its own attribute.
-    if (std::find(m_allowedAttributes.begin(), m_allowedAttributes.end(), attribute) == m_allowedAttributes.end()) {
-        m_allowedAttributes.push_back(attribute);
-    }
+    if (!m_allowed.HoldsAttribute(attribute)) m_allowed.AddAttribute(attribute);
     UpdateChildKey();
 }
 
 void StringProperty::GetAllowedAttributes(std::vector<ValueAttribute>& out) {
-    out.insert(out.end(), m_allowedAttributes.begin(), m_allowedAttributes.end());
+    m_allowed.AppendAttributesTo(out);
 }
 
-void StringProperty::ApplyAttribute(const ValueAttribute& attribute) {
+void StringProperty::ApplyAttribute(const AllowedItems::Attribute& attribute) {
     // An allowed value without a key name selects the sub-properties keyed by its own text.
-    SetChildKey(attribute.KeyName().empty() ? m_value.c_str() : attribute.KeyName().c_str());
-    SetCategory(attribute.Category());
-    SetEnumValue(static_cast<std::int32_t>(attribute.EnumValue()));
-    SetHaltCPU(attribute.HaltCpu());
-    SetSameLevelKey(attribute.SameLevelKey().c_str());
+    SetChildKey(attribute.keyName.empty() ? m_value.c_str() : attribute.keyNameText);
+    SetCategory(attribute.category);
+    SetEnumValue(static_cast<std::int32_t>(attribute.enumValue));
+    SetHaltCPU(attribute.haltCpu);
+    SetSameLevelKey(attribute.sameLevelKeyText);
 }
 
 void StringProperty::UpdateChildKey() {
-    const std::size_t paired = std::min(m_allowedValues.size(), m_allowedAttributes.size());
+    const std::size_t paired = std::min(m_allowed.ValueCount(), m_allowed.AttributeCount());
     for (std::size_t i = 0; i < paired; ++i) {
-        if (m_allowedValues[i] == m_value) {
-            ApplyAttribute(m_allowedAttributes[i]);
+        if (m_allowed.Value(i) == m_value) {
+            ApplyAttribute(m_allowed.AttributeAt(i));
             return;
         }
     }
@@ -155,26 +152,25 @@ void StringProperty::UpdateChildKey() {
 
 void StringProperty::DisableAllowed(const char* value, bool enable) {
     if (value == nullptr) return;
-    for (std::size_t i = 0; i < m_allowedValues.size(); ++i) {
+    const std::size_t count = m_allowed.ValueCount();
+    for (std::size_t i = 0; i < count; ++i) {
         // A value without an attribute at its position has nothing to mark.
-        if (m_allowedValues[i] == value && i < m_allowedAttributes.size()) {
-            m_allowedAttributes[i].SetDisabled(!enable);
-        }
+        if (m_allowed.Value(i) == value && i < m_allowed.AttributeCount()) m_allowed.SetDisabled(i, !enable);
     }
 }
 
 bool StringProperty::IsDisabledAllowed(const char* value) {
-    const std::size_t at = FindAllowed(m_allowedValues, value);
-    if (at == m_allowedValues.size() || at >= m_allowedAttributes.size()) return false;
-    return m_allowedAttributes[at].IsDisabled();
+    if (value == nullptr) return false;
+    const std::size_t at = m_allowed.FindValue(value);
+    if (at == m_allowed.ValueCount() || at >= m_allowed.AttributeCount()) return false;
+    return m_allowed.AttributeAt(at).disabled;
 }
 
 void StringProperty::SetReplacableAllowed(eREPLACABLE replacable) { m_replacableAllowed = replacable; }
 eREPLACABLE StringProperty::IsReplacableAllowed() { return m_replacableAllowed; }
 
 void StringProperty::ClearAllAllowed() {
-    m_allowedValues.clear();
-    m_allowedAttributes.clear();
+    m_allowed.Clear();
 }
 
 bool StringProperty::IsEqual(StringProperty& other) { return m_value == other.GetValue(); }

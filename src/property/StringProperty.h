@@ -3,6 +3,7 @@
 #include <string>
 #include <vector>
 
+#include "AllowedItems.h"
 #include "IStringProperty.h"
 #include "Property.h"
 #include "ValueAttribute.h"
@@ -50,10 +51,9 @@ protected:
 
 private:
     friend class Property;  // Clone
-    void ApplyAttribute(const ValueAttribute& attribute);
+    void ApplyAttribute(const AllowedItems::Attribute& attribute);
 
-    std::vector<std::string> m_allowedValues;
-    std::vector<ValueAttribute> m_allowedAttributes;  // parallel to m_allowedValues by position
+    AllowedItems m_allowed;  // values, and the attributes at the same positions
     std::string m_value;
     eREPLACABLE m_replacableAllowed;
 };

@@ -33,22 +33,4 @@ std::size_t NarrowUnits(const XMLCh* text, std::size_t length, char* out) {
     return length;
 }
 
-void NarrowTextInto(const XMLCh* text, std::size_t length, std::string& target) {
-    if (text == nullptr) {
-        target.clear();
-        return;
-    }
-    target.resize(length);
-    const std::size_t narrowed = NarrowUnits(text, length, target.data());
-    if (narrowed != length) {
-        target.resize(narrowed);
-        return;
-    }
-    // The parser's buffers end in a zero unit right after the counted text; should one ever
-    // run on, the text still ends at its first zero unit.
-    for (std::size_t i = length; text[i] != 0; ++i) {
-        target.push_back(NarrowUnit(text[i]));
-    }
-}
-
 }  // namespace TargetOperations

@@ -250,9 +250,9 @@ void PropertyDBHandler::StartProperty(std::uint32_t type) {
     m_currentType = type;
     m_text.Clear();
     m_keyName.clear();
-    m_name.clear();
+    m_nameAndDescription.SetName("");
     m_stringValue.clear();
-    m_description.clear();
+    m_nameAndDescription.SetDescription("");
     m_childKey.clear();
     m_currentElement = Tag_NONE;
     m_numericValue = 0;
@@ -289,10 +289,10 @@ void PropertyDBHandler::endElement(const XMLCh* const name) {
         m_sublistClosed = true;
         break;
     case Tag_NAME:
-        m_text.NarrowInto(m_name);
+        m_nameAndDescription.SetName(m_text.Narrowed().data());
         break;
     case Tag_DESCRIPTION:
-        m_text.NarrowInto(m_description);
+        m_nameAndDescription.SetDescription(m_text.Narrowed().data());
         break;
     case Tag_VALUE:
         if (m_currentType == Tag_PROPERTY_STRING) {
@@ -460,25 +460,22 @@ bool PropertyDBHandler::ReadWithReplaceableMark() const {
 }
 
 Property* PropertyDBHandler::BuildProperty(std::uint32_t type) {
-    // One object reused for every property: assigning keeps its storage, so only the
-    // property's own copy allocates.
-    m_nameAndDescription.SetName(m_name.c_str());
-    m_nameAndDescription.SetDescription(m_description.c_str());
-    const NameAndDescription& nameAndDescription = m_nameAndDescription;
+    // m_nameAndDescription was read straight from the NAME and DESCRIPTION elements into one
+    // reused object: assigning keeps its storage, so only the property's own copy allocates.
     // Each Construct makes an object of its own class, so the casts below need no run-time test.
     Property* property = nullptr;
 
     switch (type) {
     case Tag_PROPERTY_STRING: {
         auto* created = static_cast<StringProperty*>(
-            StringProperty::Construct(nameAndDescription, m_stringValue, m_allowedStrings, m_allowedAttributes));
+            StringProperty::Construct(m_nameAndDescription, m_stringValue, m_allowedStrings, m_allowedAttributes));
         if (created != nullptr) created->SetReplacableAllowed(m_replacableAllowed);
         property = created;
         break;
     }
     case Tag_PROPERTY_INTEGER: {
         auto* created = static_cast<IntegerProperty*>(
-            IntegerProperty::Construct(nameAndDescription, m_numericValue, m_allowedIntegers, false));
+            IntegerProperty::Construct(m_nameAndDescription, m_numericValue, m_allowedIntegers, false));
         if (created != nullptr) {
             if (m_rangeHi > m_rangeLo) created->SetAllowedRange(m_rangeLo, m_rangeHi);
             created->SetDisplaySuggestion(m_displayType);
@@ -488,14 +485,14 @@ Property* PropertyDBHandler::BuildProperty(std::uint32_t type) {
     }
     case Tag_PROPERTY_LOCATION:
         property = static_cast<LocationProperty*>(LocationProperty::Construct(
-            nameAndDescription, static_cast<std::uint32_t>(m_numericValue), m_page, 0xFFFFFFFFu));
+            m_nameAndDescription, static_cast<std::uint32_t>(m_numericValue), m_page, 0xFFFFFFFFu));
         break;
     case Tag_PROPERTY_LOCATION_64:
         property = static_cast<LocationProperty2*>(
-            LocationProperty2::Construct(nameAndDescription, m_numericValue, m_page, 0xFFFFFFFFu));
+            LocationProperty2::Construct(m_nameAndDescription, m_numericValue, m_page, 0xFFFFFFFFu));
         break;
     case Tag_PROPERTY_BOOL:
-        property = static_cast<BooleanProperty*>(BooleanProperty::Construct(nameAndDescription, m_numericValue != 0));
+        property = static_cast<BooleanProperty*>(BooleanProperty::Construct(m_nameAndDescription, m_numericValue != 0));
         break;
     default:
         // "PROPERTY" and anything else build nothing.

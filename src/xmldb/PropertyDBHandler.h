@@ -63,8 +63,6 @@ private:
     std::string m_keyName;
     std::uint32_t m_keyNumber;
     std::string m_childKey;
-    std::string m_name;
-    std::string m_description;
     std::int32_t m_allowedEnum;
     std::string m_allowedKey;
     std::string m_allowedString;
@@ -92,7 +90,7 @@ private:
     std::vector<EventItem> m_events;
     eREPLACABLE m_replacable;
     eREPLACABLE m_replacableAllowed;
-    NameAndDescription m_nameAndDescription;  // reused by every BuildProperty
+    NameAndDescription m_nameAndDescription;  // the open property's texts, reused by every BuildProperty
 
     // Xerces hands each element name over from storage that lasts the whole parse, so the
     // same address comes back for every element of that name. A hit is confirmed against the

@@ -194,3 +194,36 @@ TEST(PropertyKeyListTest, ReadsLikeAListOfTheKeysAdded) {
     ASSERT_EQ(copy.size(), 5u);
     EXPECT_EQ(copy[4].KeyName(), "K4");
 }
+
+TEST(PropertyKeyListTest, AssignmentReplacesTheKeysAndCopiesStayApart) {
+    PropertyKeyList many;
+    for (std::uint32_t i = 0; i < 3; ++i) many.push_back(PropertyKey("M" + std::to_string(i), i));
+    PropertyKeyList one;
+    one.push_back(PropertyKey("ONE", 1));
+
+    PropertyKeyList target = one;
+    target = many;
+    ASSERT_EQ(target.size(), 3u);
+    EXPECT_EQ(target[2].KeyName(), "M2");
+    target = one;
+    ASSERT_EQ(target.size(), 1u);
+    EXPECT_EQ(target[0].KeyName(), "ONE");
+    target = PropertyKeyList();
+    EXPECT_TRUE(target.empty());
+
+    const PropertyKeyList& same = many;
+    many = same;
+    ASSERT_EQ(many.size(), 3u);
+    EXPECT_EQ(many[1].KeyName(), "M1");
+
+    PropertyKeyList copy = many;
+    many.push_back(PropertyKey("M3", 3));
+    EXPECT_EQ(copy.size(), 3u);
+    EXPECT_EQ(many.size(), 4u);
+    many.clear();
+    many.push_back(PropertyKey("AGAIN", 7));
+    many.push_back(PropertyKey("MORE", 8));
+    ASSERT_EQ(many.size(), 2u);
+    EXPECT_EQ(many[1].EnumValue(), 8u);
+    EXPECT_EQ(copy[2].KeyName(), "M2");
+}

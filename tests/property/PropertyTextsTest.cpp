@@ -7,6 +7,7 @@
 
 #include "property/Property.h"
 #include "property/PropertyTexts.h"
+#include "property/TextPair.h"
 
 using namespace TargetOperations;
 
@@ -130,4 +131,72 @@ TEST(PropertyTexts, PairsAroundTheInsideLimitReadCopyAndChangeAlike) {
         assigned = same;
         EXPECT_EQ(Read(assigned), NameThenDescription(name, description)) << total;
     }
+}
+
+// A property's child key and same-level key share one small buffer of the same kind: each
+// reads, changes and copies on its own, also when it is long, empty or taken from the other.
+TEST(PropertyLinkKeys, ChildAndSameLevelKeyChangeAndCopyApart) {
+    Property* node = MakeNode("Comparator", "");
+    EXPECT_STREQ(node->GetChildKey(), "");
+    EXPECT_STREQ(node->GetSameLevelKey(), "");
+
+    node->SetChildKey("G_1");
+    node->SetSameLevelKey("SAME_LEVEL_OF_COMPARATOR_0");
+    EXPECT_STREQ(node->GetChildKey(), "G_1");
+    EXPECT_STREQ(node->GetSameLevelKey(), "SAME_LEVEL_OF_COMPARATOR_0");
+
+    auto* clone = dynamic_cast<Property*>(node->Clone());
+    ASSERT_NE(clone, nullptr);
+    const std::string longKey(300, 'k');
+    node->SetChildKey(longKey.c_str());
+    EXPECT_STREQ(node->GetChildKey(), longKey.c_str());
+    EXPECT_STREQ(node->GetSameLevelKey(), "SAME_LEVEL_OF_COMPARATOR_0");
+    EXPECT_STREQ(clone->GetChildKey(), "G_1");
+    EXPECT_STREQ(clone->GetSameLevelKey(), "SAME_LEVEL_OF_COMPARATOR_0");
+
+    // Null leaves a key as it was; one key may be set from the other or from itself.
+    node->SetChildKey(nullptr);
+    node->SetSameLevelKey(nullptr);
+    EXPECT_STREQ(node->GetChildKey(), longKey.c_str());
+    node->SetSameLevelKey(node->GetChildKey());
+    EXPECT_STREQ(node->GetSameLevelKey(), longKey.c_str());
+    node->SetChildKey(node->GetChildKey() + 297);
+    EXPECT_STREQ(node->GetChildKey(), "kkk");
+    EXPECT_STREQ(node->GetSameLevelKey(), longKey.c_str());
+    node->SetSameLevelKey("");
+    EXPECT_STREQ(node->GetSameLevelKey(), "");
+    EXPECT_STREQ(node->GetChildKey(), "kkk");
+
+    // The keyless "TESTKEY" rule reads the child key from the same buffer.
+    node->SetChildKey("TESTKEY");
+    EXPECT_TRUE(node->IsKeyName("TESTKEY"));
+    node->SetChildKey("TESTKEYS");
+    EXPECT_FALSE(node->IsKeyName("TESTKEY"));
+    clone->Release();
+    node->Release();
+}
+
+TEST(TextPair, EveryLengthAroundTheInsideLimitKeepsBothTexts) {
+    using Pair = TextPair<24>;
+    for (std::size_t first = 0; first <= 26; ++first) {
+        for (std::size_t second = 0; second + first <= 30; second += 3) {
+            const std::string a(first, 'a');
+            const std::string b(second, 'b');
+            Pair pair(a.data(), a.size(), b.data(), b.size());
+            ASSERT_EQ(std::string(pair.First()), a);
+            ASSERT_EQ(std::string(pair.Second()), b);
+            ASSERT_EQ(pair.FirstLength(), first);
+            ASSERT_EQ(pair.SecondLength(), second);
+            EXPECT_EQ(pair.IsInline(), first + second + 2 <= Pair::kInlineBytes);
+            Pair copy(pair);
+            pair.SetFirst("x");
+            EXPECT_EQ(std::string(copy.First()), a);
+            EXPECT_EQ(std::string(copy.Second()), b);
+            EXPECT_EQ(std::string(pair.Second()), b);
+        }
+    }
+    const TextPair<24> empty;
+    EXPECT_STREQ(empty.First(), "");
+    EXPECT_STREQ(empty.Second(), "");
+    EXPECT_TRUE(empty.IsInline());
 }

@@ -42,50 +42,26 @@ TEST(NarrowText, EmptyAndNullGiveEmptyText) {
 }
 
 // The counted form used for character data must read exactly as the plain one.
-TEST(NarrowTextCounted, ReadsTheCountedUnits) {
-    std::string target = "old content that is longer";
-    TargetOperations::NarrowTextInto(u"On", 2, target);
-    EXPECT_EQ(target, "On");
-}
+// Whole pieces are narrowed several units at a time without stopping at a zero unit: every
+// length around those steps, with a zero unit at every place or none, must give each unit's
+// low byte and tell whether a zero was among them.
+TEST(NarrowUnitsWithoutZero, AgreesUnitByUnitAtEveryLengthAndZeroPlace) {
+    for (std::size_t length = 0; length <= 40; ++length) {
+        for (std::size_t zeroAt = 0; zeroAt <= length; ++zeroAt) {  // length: no zero inside
+            std::u16string text;
+            for (std::size_t i = 0; i < length; ++i) {
+                // ASCII, units above 0xFF (one with a zero low byte) and Latin-1 bytes.
+                static const char16_t kUnits[] = {u'a', u'Z', 0x4142, 0xFF00, 0x00E9, 0x0152, u' ', 0x7F80};
+                text.push_back(i == zeroAt ? u'\0' : kUnits[(i * 5 + length) % 8]);
+            }
+            std::string expected(length, '?');
+            for (std::size_t i = 0; i < length; ++i) expected[i] = static_cast<char>(text[i] & 0xFF);
 
-TEST(NarrowTextCounted, StillEndsAtAZeroUnitInsideTheCount) {
-    const char16_t text[] = {u'a', u'b', 0, u'c', 0};
-    std::string target;
-    TargetOperations::NarrowTextInto(text, 4, target);
-    EXPECT_EQ(target, "ab");
-}
-
-TEST(NarrowTextCounted, RunsOnToTheZeroUnitWhenTheCountFallsShort) {
-    std::string target;
-    TargetOperations::NarrowTextInto(u"abcdef", 3, target);
-    EXPECT_EQ(target, "abcdef");
-}
-
-TEST(NarrowTextCounted, KeepsLowBytesAndEmptyAndNullGiveEmptyText) {
-    std::string target = "x";
-    TargetOperations::NarrowTextInto(u"\u0152LX", 3, target);
-    EXPECT_EQ(target, "RLX");
-    TargetOperations::NarrowTextInto(u"", 0, target);
-    EXPECT_EQ(target, "");
-    target = "x";
-    TargetOperations::NarrowTextInto(nullptr, 5, target);
-    EXPECT_EQ(target, "");
-}
-
-TEST(NarrowTextCounted, AgreesWithThePlainFormOnRandomText) {
-    std::uint32_t state = 12345u;
-    for (int round = 0; round < 2000; ++round) {
-        std::u16string text;
-        state = state * 1103515245u + 12345u;
-        const std::size_t length = (state >> 16) % 12;
-        for (std::size_t i = 0; i < length; ++i) {
-            state = state * 1103515245u + 12345u;
-            // Mostly ASCII, sometimes a unit above 0xFF, sometimes a zero unit.
-            const std::uint32_t pick = (state >> 8) % 20;
-            text.push_back(pick == 0 ? u'\0' : pick == 1 ? static_cast<char16_t>(0x4100 + pick) : u'a' + pick);
+            std::string written(length + 1, '#');
+            const bool noZero = TargetOperations::NarrowUnitsWithoutZero(text.data(), length, &written[0]);
+            ASSERT_EQ(noZero, zeroAt == length) << "length " << length << ", zero at " << zeroAt;
+            ASSERT_EQ(written.substr(0, length), expected) << "length " << length << ", zero at " << zeroAt;
+            ASSERT_EQ(written[length], '#') << "wrote past the count, length " << length;
         }
-        std::string counted;
-        TargetOperations::NarrowTextInto(text.c_str(), text.size(), counted);
-        ASSERT_EQ(counted, NarrowText(text.c_str())) << "round " << round;
     }
 }
