@@ -2,6 +2,7 @@
 
 #include <atomic>
 #include <cstring>
+#include <string_view>
 
 #include "BooleanProperty.h"
 #include "IntegerProperty.h"
@@ -21,9 +22,8 @@ const char kTestKey[] = "TESTKEY";
 // threads, so the counter itself is atomic; nothing is ordered by it.
 std::atomic<std::uint64_t> g_keysGeneration{0};
 
-bool SameText(const std::string& stored, const char* text) {
-    return text != nullptr && stored == text;
-}
+// Key names keep their whole length: a name with a zero byte never equals a C string.
+bool SameText(std::string_view stored, const char* text) { return text != nullptr && stored == text; }
 
 }  // namespace
 
@@ -189,15 +189,15 @@ bool Property::IsKeyName(const char* name) const {
     if (name == nullptr) return false;
     // A keyless property whose child key is "TESTKEY" accepts exactly that one name.
     if (m_keys.empty() && std::strcmp(m_linkKeys.First(), kTestKey) == 0 && std::strcmp(name, kTestKey) == 0) return true;
-    for (const PropertyKey& key : m_keys) {
-        if (SameText(key.KeyName(), name)) return true;
+    for (const PropertyKeyList::Key key : m_keys) {
+        if (SameText(key.name, name)) return true;
     }
     return false;
 }
 
 std::uint32_t Property::GetKeyNumber(const char* name) const {
-    for (const PropertyKey& key : m_keys) {
-        if (SameText(key.KeyName(), name)) return key.EnumValue();
+    for (const PropertyKeyList::Key key : m_keys) {
+        if (SameText(key.name, name)) return key.enumValue;
     }
     return 0;
 }

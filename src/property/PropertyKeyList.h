@@ -2,34 +2,29 @@
 #pragma once
 
 #include <cstddef>
-#include <memory>
-#include <optional>
-#include <vector>
+#include <cstdint>
+#include <string_view>
 
 #include "PropertyKey.h"
 
 namespace TargetOperations {
 
-// Nearly every property of a database has a single key: that one lives in the object itself,
-// so such a property needs no block of its own for its keys. Further keys follow in a vector
-// that only a property with more than one key has.
+// Nearly every property of a database has a single key with a short name: that one lives in
+// the object itself, in 32 bytes. Anything else, a longer name or further keys, goes into one
+// block of its own that holds a record per key and then the names, each followed by a zero.
+// Names keep their whole length, zero bytes included.
 class PropertyKeyList {
 public:
-    PropertyKeyList() = default;
-    PropertyKeyList(const PropertyKeyList& other)
-        : m_first(other.m_first), m_more(other.m_more ? std::make_unique<std::vector<PropertyKey>>(*other.m_more) : nullptr) {}
-    PropertyKeyList& operator=(const PropertyKeyList& other) {
-        if (this != &other) *this = PropertyKeyList(other);
-        return *this;
-    }
-    PropertyKeyList& operator=(PropertyKeyList&&) = default;
-    ~PropertyKeyList() = default;
+    // One key as stored; the name stays valid until the list changes.
+    struct Key {
+        std::string_view name;
+        std::uint32_t enumValue;
+    };
 
     class const_iterator {
     public:
         const_iterator(const PropertyKeyList* list, std::size_t at) : m_list(list), m_at(at) {}
-        const PropertyKey& operator*() const { return (*m_list)[m_at]; }
-        const PropertyKey* operator->() const { return &(*m_list)[m_at]; }
+        Key operator*() const { return (*m_list)[m_at]; }
         const_iterator& operator++() {
             ++m_at;
             return *this;
@@ -42,28 +37,44 @@ public:
         std::size_t m_at;
     };
 
-    bool empty() const { return !m_first.has_value(); }
-    std::size_t size() const { return m_first.has_value() ? 1 + (m_more ? m_more->size() : 0) : 0; }
-    const PropertyKey& operator[](std::size_t at) const { return at == 0 ? *m_first : (*m_more)[at - 1]; }
+    PropertyKeyList() = default;
+    PropertyKeyList(const PropertyKeyList& other);
+    PropertyKeyList& operator=(const PropertyKeyList& other);
+    ~PropertyKeyList();
+
+    bool empty() const { return Count() == 0; }
+    std::size_t size() const { return Count(); }
+    Key operator[](std::size_t at) const;
     const_iterator begin() const { return const_iterator(this, 0); }
     const_iterator end() const { return const_iterator(this, size()); }
 
-    void push_back(const PropertyKey& key) {
-        if (m_first.has_value()) {
-            if (!m_more) m_more = std::make_unique<std::vector<PropertyKey>>();
-            m_more->push_back(key);
-        } else {
-            m_first.emplace(key);
-        }
-    }
-    void clear() {
-        m_first.reset();
-        m_more.reset();
-    }
+    void push_back(const PropertyKey& key) { push_back(key.KeyName(), key.EnumValue()); }
+    void push_back(std::string_view name, std::uint32_t enumValue);
+    void clear();
+
+    // The longest name a single key keeps inside the object.
+    static constexpr std::size_t kLongestInlineName = 23;
 
 private:
-    std::optional<PropertyKey> m_first;
-    std::unique_ptr<std::vector<PropertyKey>> m_more;  // null until a second key comes
+    struct Record {
+        std::uint32_t enumValue;
+        std::uint32_t at;  // of the name, from the start of the block
+        std::uint32_t length;
+    };
+    static constexpr std::uint32_t kInBlock = 0x80000000u;
+
+    std::uint32_t Count() const { return m_count & ~kInBlock; }
+    bool InBlock() const { return (m_count & kInBlock) != 0; }
+    char* Block() const;
+    const Record* Records() const;
+    std::size_t BlockBytes() const;
+    void SetBlock(char* block, std::size_t count);
+    void Release();
+
+    std::uint32_t m_count = 0;  // with kInBlock set while the keys are in a block
+    std::uint32_t m_inlineEnum = 0;
+    // A single key: its name and a zero. Otherwise: the address of the block.
+    alignas(char*) char m_storage[kLongestInlineName + 1] = {};
 };
 
 }  // namespace TargetOperations

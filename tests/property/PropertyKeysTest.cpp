@@ -179,20 +179,20 @@ TEST(PropertyKeyListTest, ReadsLikeAListOfTheKeysAdded) {
     for (std::uint32_t i = 0; i < 5; ++i) keys.push_back(PropertyKey("K" + std::to_string(i), i));
     ASSERT_EQ(keys.size(), 5u);
     std::uint32_t expected = 0;
-    for (const PropertyKey& key : keys) {
-        EXPECT_EQ(key.KeyName(), "K" + std::to_string(expected));
-        EXPECT_EQ(key.EnumValue(), expected);
+    for (const PropertyKeyList::Key key : keys) {
+        EXPECT_EQ(key.name, "K" + std::to_string(expected));
+        EXPECT_EQ(key.enumValue, expected);
         ++expected;
     }
     EXPECT_EQ(expected, 5u);
-    EXPECT_EQ(keys[3].KeyName(), "K3");
-    EXPECT_EQ(keys.begin()->KeyName(), "K0");
+    EXPECT_EQ(keys[3].name, "K3");
+    EXPECT_EQ((*keys.begin()).name, "K0");
 
     const PropertyKeyList copy = keys;
     keys.clear();
     EXPECT_TRUE(keys.empty());
     ASSERT_EQ(copy.size(), 5u);
-    EXPECT_EQ(copy[4].KeyName(), "K4");
+    EXPECT_EQ(copy[4].name, "K4");
 }
 
 TEST(PropertyKeyListTest, AssignmentReplacesTheKeysAndCopiesStayApart) {
@@ -204,17 +204,17 @@ TEST(PropertyKeyListTest, AssignmentReplacesTheKeysAndCopiesStayApart) {
     PropertyKeyList target = one;
     target = many;
     ASSERT_EQ(target.size(), 3u);
-    EXPECT_EQ(target[2].KeyName(), "M2");
+    EXPECT_EQ(target[2].name, "M2");
     target = one;
     ASSERT_EQ(target.size(), 1u);
-    EXPECT_EQ(target[0].KeyName(), "ONE");
+    EXPECT_EQ(target[0].name, "ONE");
     target = PropertyKeyList();
     EXPECT_TRUE(target.empty());
 
     const PropertyKeyList& same = many;
     many = same;
     ASSERT_EQ(many.size(), 3u);
-    EXPECT_EQ(many[1].KeyName(), "M1");
+    EXPECT_EQ(many[1].name, "M1");
 
     PropertyKeyList copy = many;
     many.push_back(PropertyKey("M3", 3));
@@ -224,6 +224,46 @@ TEST(PropertyKeyListTest, AssignmentReplacesTheKeysAndCopiesStayApart) {
     many.push_back(PropertyKey("AGAIN", 7));
     many.push_back(PropertyKey("MORE", 8));
     ASSERT_EQ(many.size(), 2u);
-    EXPECT_EQ(many[1].EnumValue(), 8u);
-    EXPECT_EQ(copy[2].KeyName(), "M2");
+    EXPECT_EQ(many[1].enumValue, 8u);
+    EXPECT_EQ(copy[2].name, "M2");
+}
+
+// A single key with a short name lives inside the list; a long name, a name with a zero byte
+// or a second key moves the keys into a block. Every way there reads the same keys.
+TEST(PropertyKeyListTest, NamesAroundTheInsideLimitAndWithZeroBytesReadBackWhole) {
+    const std::size_t limit = PropertyKeyList::kLongestInlineName;
+    for (std::size_t length = limit - 2; length <= limit + 2; ++length) {
+        const std::string name(length, 'n');
+        PropertyKeyList keys;
+        keys.push_back(PropertyKey(name, 5));
+        ASSERT_EQ(keys.size(), 1u);
+        EXPECT_EQ(keys[0].name, name) << length;
+        EXPECT_EQ(keys[0].enumValue, 5u);
+        // The second key's name is taken from the list itself.
+        keys.push_back(keys[0].name, 6);
+        ASSERT_EQ(keys.size(), 2u);
+        EXPECT_EQ(keys[0].name, name) << length;
+        EXPECT_EQ(keys[1].name, name) << length;
+        EXPECT_EQ(keys[1].enumValue, 6u);
+        const PropertyKeyList copy = keys;
+        keys.clear();
+        EXPECT_EQ(copy[1].name, name) << length;
+    }
+
+    const std::string withZero("ke\0y", 4);
+    PropertyKeyList keys;
+    keys.push_back(PropertyKey(withZero, 1));
+    keys.push_back(PropertyKey("", 2));
+    ASSERT_EQ(keys.size(), 2u);
+    EXPECT_EQ(keys[0].name, withZero);
+    EXPECT_EQ(keys[1].name, "");
+    EXPECT_EQ(keys[1].enumValue, 2u);
+
+    // Through the property: a name with a zero byte answers only to its whole text.
+    auto* node = dynamic_cast<Property*>(Property::Construct(NameAndDescription("n", "")));
+    ASSERT_NE(node, nullptr);
+    node->AddKeyName(PropertyKey(withZero, 3));
+    EXPECT_FALSE(node->IsKeyName("ke"));
+    EXPECT_EQ(node->GetKeyNumber("ke"), 0u);
+    node->Release();
 }
