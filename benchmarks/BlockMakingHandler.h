@@ -17,7 +17,7 @@ namespace rlx_bench {
 // Block count and bytes can so be told apart.
 class BlockMakingHandler : public xercesc::HandlerBase {
 public:
-    static constexpr std::size_t kBytesPerProperty = 480;
+    static constexpr std::size_t kBytesPerProperty = 350;
 
     explicit BlockMakingHandler(std::size_t blocksPerProperty) : m_sizes(SizesFor(blocksPerProperty)) {}
     ~BlockMakingHandler() override {
@@ -46,7 +46,7 @@ private:
     // The first block stands for the object, the others for its texts and lists.
     static std::vector<std::size_t> SizesFor(std::size_t blocks) {
         if (blocks <= 1) return {kBytesPerProperty};
-        const std::size_t object = 300;
+        const std::size_t object = 240;
         std::vector<std::size_t> sizes{object};
         const std::size_t rest = (kBytesPerProperty - object) / (blocks - 1);
         for (std::size_t i = 1; i < blocks; ++i) sizes.push_back(rest);

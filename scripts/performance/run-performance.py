@@ -305,13 +305,14 @@ def write_markdown(path, report, repetitions, baseline, previous=None):
         "than the instructions of the bare parse, yet takes noticeably longer, and the gap grows with the "
         "database as it outgrows the caches. Much of the gap is the heap. The table below times the bare "
         "parse with a handler that keeps nothing of the file but, at every property end tag, makes and "
-        "writes heap blocks holding 480 bytes in all, as many as a loaded property keeps, in one, three "
+        "writes heap blocks holding 350 bytes in all, as many as a loaded property keeps, in one, three "
         "or five blocks, and frees them in the order they were made (`benchmarks/BlockMakingHandler.h`): the same "
         "bytes cost more the more blocks they come in. A loaded property of the generated databases is "
-        "now about 1.6 blocks: a switch is its object alone (a name and description of up to 62 "
-        "characters together and a single key live inside it), a string adds its allowed values and their attributes. "
+        "now about 1.4 blocks: a switch is its object alone (a name and description of up to 62 "
+        "characters together, a single key of up to 23 characters and short child and same-level keys "
+        "live inside it), a string adds one block for its allowed values and their attributes. "
         "Besides the reader's own work "
-        "(matching element names, copying character data and narrowing what an end tag reads), the "
+        "(matching element names and narrowing each piece of character data as it comes), the "
         "rest goes to glibc allocating and coalescing blocks (`unlink_chunk`, `malloc_consolidate`) and "
         "to Xerces running slower in caches the properties crowd. On the bundled samples a load costs "
         "within a few per cent of the bare parse (first table).",
@@ -327,16 +328,17 @@ def write_markdown(path, report, repetitions, baseline, previous=None):
                   "same machine; \"n/a\" marks figures the earlier run did not reach (one ConvertBack at "
                   "N=100000 took minutes).", "", *linking_comparison(figures, medians(baseline))]
     if previous is not None:
-        lines += ["", "## Before and after the texts inside the property and the reading without strings", "",
-                  "Before: every property kept its name and description in a block of its own, every number "
-                  "and flag an end tag read was narrowed into a `std::string` first, each cached element name "
-                  "had one slot that a second name could keep evicting, and each key the reader gave a new "
-                  "property stepped the process-wide key generation (an atomic operation). After: a name and "
-                  "description of up to 62 characters together (about nine in ten properties of the bundled samples) "
-                  "lives inside the property, numbers and flags are read from a view of a buffer that only "
-                  "grows, a cached name may sit in either of two slots, and the keys of a property that no "
-                  "database lists yet are given without a generation step. Both runs are medians from the "
-                  "same machine, one after the other, with the same suite; only the library differs.", "",
+        lines += ["", "## Before and after the lighter property", "",
+                  "Before: a property took 304 bytes before its typed part, a string property kept its allowed "
+                  "values and their attributes in two vectors (two blocks, about 120 bytes per item), child key "
+                  "and same-level key were a `std::string` each, the first key was a `PropertyKey` inside the "
+                  "property beside an empty vector for further ones, and the reader copied every piece of "
+                  "character data as UTF-16 units to narrow it when an end tag read it. After: 216 bytes; one "
+                  "block for a string's allowed values and attributes (about 40 bytes per item); child and "
+                  "same-level key share one small buffer; a single key of up to 23 characters lives in 32 bytes "
+                  "inside the property and further keys share one block; each piece of character data is "
+                  "narrowed as it comes, several units at a time. Both runs are medians from the same machine, "
+                  "one after the other, with the same suite; only the library differs.", "",
                   *load_comparison(figures, medians(previous))]
     lines.append("")
     with open(path, "w", encoding="utf-8") as out:
