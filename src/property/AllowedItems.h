@@ -7,6 +7,7 @@
 #include <string_view>
 #include <vector>
 
+#include "PackedTexts.h"
 #include "ValueAttribute.h"
 
 namespace TargetOperations {
@@ -22,12 +23,11 @@ namespace TargetOperations {
 // a property's lists are written when it is made and seldom afterwards.
 class AllowedItems {
 public:
-    // One attribute as its fields; the texts point into the block.
+    // One attribute as its fields. Read from the block, both texts point into it and a zero
+    // byte follows each.
     struct Attribute {
         std::string_view keyName;
         std::string_view sameLevelKey;
-        const char* keyNameText;       // keyName, zero-terminated
-        const char* sameLevelKeyText;  // sameLevelKey, zero-terminated
         std::uint32_t enumValue;
         std::uint32_t category;
         bool haltCpu;
@@ -44,8 +44,8 @@ public:
     std::size_t AttributeCount() const;
     bool HasValues() const { return ValueCount() != 0; }
 
+    // The value in its whole length; a zero byte follows it.
     std::string_view Value(std::size_t at) const;
-    const char* ValueText(std::size_t at) const;  // zero-terminated
     // Position of the first value equal to `text` (whole length), or ValueCount().
     std::size_t FindValue(std::string_view text) const;
     // True when some value holds a zero byte inside its length.
@@ -64,19 +64,17 @@ public:
 
 private:
     struct Block;
-    struct TextAt {
-        std::uint32_t at;  // from the start of the block
-        std::uint32_t length;
-    };
     struct AttributeRecord;
-    class Builder;
 
+    // Writes a block of these values and attributes: one pass to size it, one to fill it.
+    template <typename ValueOf, typename AttributeOf>
+    static Block* Build(std::size_t valueCount, ValueOf valueAt, std::size_t attributeCount, AttributeOf attributeAt);
     static Block* Copy(const Block* block);
-    const TextAt* Values() const;
+    void Adopt(Block* block);  // frees the current block
+    const PackedText* Values() const;
     const AttributeRecord* Attributes() const;
     AttributeRecord* Attributes();
-    std::string_view Text(const TextAt& text) const;
-    const char* TextPointer(const TextAt& text) const;
+    std::string_view Text(PackedText text) const;
 
     Block* m_block = nullptr;  // nullptr while both lists are empty
 };

@@ -1,8 +1,6 @@
 #include "PropertyKeyList.h"
 
 #include <cstring>
-#include <limits>
-#include <stdexcept>
 
 namespace TargetOperations {
 
@@ -39,7 +37,7 @@ const PropertyKeyList::Record* PropertyKeyList::Records() const { return reinter
 
 std::size_t PropertyKeyList::BlockBytes() const {
     const Record& last = Records()[Count() - 1];
-    return std::size_t{last.at} + last.length + 1;
+    return std::size_t{last.name.at} + last.name.length + 1;
 }
 
 void PropertyKeyList::SetBlock(char* block, std::size_t count) {
@@ -58,7 +56,7 @@ void PropertyKeyList::Release() {
 PropertyKeyList::Key PropertyKeyList::operator[](std::size_t at) const {
     if (!InBlock()) return Key{std::string_view(m_storage), m_inlineEnum};
     const Record& record = Records()[at];
-    return Key{std::string_view(Block() + record.at, record.length), record.enumValue};
+    return Key{ReadPacked(Block(), record.name), record.enumValue};
 }
 
 void PropertyKeyList::push_back(std::string_view name, std::uint32_t enumValue) {
@@ -72,26 +70,18 @@ void PropertyKeyList::push_back(std::string_view name, std::uint32_t enumValue) 
     }
     // A new block with one more record; the old keys' names are copied over from wherever
     // they are, before the old storage goes.
-    std::size_t bytes = (count + 1) * sizeof(Record) + name.size() + 1;
-    for (std::size_t i = 0; i < count; ++i) bytes += (*this)[i].name.size() + 1;
-    if (count + 1 > (std::numeric_limits<std::uint32_t>::max() & ~kInBlock) ||
-        bytes > std::numeric_limits<std::uint32_t>::max()) {
-        throw std::length_error("the keys of a property exceed 4 GiB");
-    }
+    std::size_t bytes = (count + 1) * sizeof(Record) + PackedBytes(name);
+    for (std::size_t i = 0; i < count; ++i) bytes += PackedBytes((*this)[i].name);
+    // A block within 4 GiB holds far fewer records than the count's 31 bits could number.
+    CheckPackedBlockBytes(bytes, "the keys of a property exceed 4 GiB");
     char* block = new char[bytes];
     auto* records = reinterpret_cast<Record*>(block);
-    std::size_t textAt = (count + 1) * sizeof(Record);
-    const auto place = [&](std::size_t i, std::string_view text, std::uint32_t number) {
-        records[i] = Record{number, static_cast<std::uint32_t>(textAt), static_cast<std::uint32_t>(text.size())};
-        if (!text.empty()) std::memcpy(block + textAt, text.data(), text.size());
-        block[textAt + text.size()] = '\0';
-        textAt += text.size() + 1;
-    };
+    PackedTextWriter texts(block, (count + 1) * sizeof(Record));
     for (std::size_t i = 0; i < count; ++i) {
         const Key key = (*this)[i];
-        place(i, key.name, key.enumValue);
+        records[i] = Record{key.enumValue, texts.Place(key.name)};
     }
-    place(count, name, enumValue);
+    records[count] = Record{enumValue, texts.Place(name)};
     Release();
     SetBlock(block, count + 1);
 }

@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <string_view>
 
+#include "PackedTexts.h"
 #include "PropertyKey.h"
 
 namespace TargetOperations {
@@ -58,8 +59,7 @@ public:
 private:
     struct Record {
         std::uint32_t enumValue;
-        std::uint32_t at;  // of the name, from the start of the block
-        std::uint32_t length;
+        PackedText name;
     };
     static constexpr std::uint32_t kInBlock = 0x80000000u;
 

@@ -105,8 +105,9 @@ bool StringProperty::HasAllowedValues(std::uint32_t& count) const {
 }
 
 void StringProperty::GetAllowedValues(const char** out) const {
+    // Every value in the block is followed by a zero byte.
     const std::size_t count = m_allowed.ValueCount();
-    for (std::size_t i = 0; i < count; ++i) out[i] = m_allowed.ValueText(i);
+    for (std::size_t i = 0; i < count; ++i) out[i] = m_allowed.Value(i).data();
 }
 
 void StringProperty::AddAllowedValues(const char* value) {
@@ -133,11 +134,12 @@ void StringProperty::GetAllowedAttributes(std::vector<ValueAttribute>& out) {
 
 void StringProperty::ApplyAttribute(const AllowedItems::Attribute& attribute) {
     // An allowed value without a key name selects the sub-properties keyed by its own text.
-    SetChildKey(attribute.keyName.empty() ? m_value.c_str() : attribute.keyNameText);
+    // The attribute was read from the block, where a zero byte follows each text.
+    SetChildKey(attribute.keyName.empty() ? m_value.c_str() : attribute.keyName.data());
     SetCategory(attribute.category);
     SetEnumValue(static_cast<std::int32_t>(attribute.enumValue));
     SetHaltCPU(attribute.haltCpu);
-    SetSameLevelKey(attribute.sameLevelKeyText);
+    SetSameLevelKey(attribute.sameLevelKey.data());
 }
 
 void StringProperty::UpdateChildKey() {

@@ -2,12 +2,6 @@
 
 namespace TargetOperations {
 
-namespace {
-
-char NarrowUnit(XMLCh unit) { return static_cast<char>(static_cast<unsigned char>(unit & 0xFF)); }
-
-}  // namespace
-
 std::string NarrowText(const XMLCh* text) {
     std::string narrowed;
     NarrowTextInto(text, narrowed);

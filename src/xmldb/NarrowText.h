@@ -13,6 +13,9 @@
 
 namespace TargetOperations {
 
+// One code unit as the readers' 8-bit text holds it: its low byte.
+inline char NarrowUnit(XMLCh unit) { return static_cast<char>(static_cast<unsigned char>(unit & 0xFF)); }
+
 // Keeps the low byte of each code unit up to the first zero unit. No transcoding: a unit
 // above 0xFF is truncated, so U+0152 reads as 'R'.
 std::string NarrowText(const XMLCh* text);
@@ -63,7 +66,7 @@ inline bool NarrowUnitsWithoutZero(const XMLCh* text, std::size_t length, char* 
     bool zeroInside = false;
     for (std::size_t i = 0; i < length; ++i) {
         zeroInside |= text[i] == 0;
-        out[i] = static_cast<char>(text[i] & 0xFF);
+        out[i] = NarrowUnit(text[i]);
     }
     return !zeroInside;
 }

@@ -2,7 +2,6 @@
 #pragma once
 
 #include <cstddef>
-#include <string>
 #include <string_view>
 #include <vector>
 
@@ -35,8 +34,6 @@ public:
     // The content as 8-bit text. The view stays valid until the next change and is followed
     // by a zero byte.
     std::string_view Narrowed() const { return std::string_view(m_narrowed.data(), m_length); }
-    // The same, written into target (replacing its content).
-    void NarrowInto(std::string& target) const { target.assign(m_narrowed.data(), m_length); }
 
 private:
     void ReplaceSlowly(const XMLCh* units, std::size_t length);

@@ -296,7 +296,7 @@ void PropertyDBHandler::endElement(const XMLCh* const name) {
         break;
     case Tag_VALUE:
         if (m_currentType == Tag_PROPERTY_STRING) {
-            m_text.NarrowInto(m_stringValue);
+            m_stringValue = m_text.Narrowed();
         } else {
             m_numericValue = ReadPrefixedNumber(m_text.Narrowed());
         }
@@ -314,7 +314,7 @@ void PropertyDBHandler::endElement(const XMLCh* const name) {
         ApplyAttribute(Tag_ENUMVALUE);
         break;
     case Tag_CHILDKEY:
-        m_text.NarrowInto(m_childKey);
+        m_childKey = m_text.Narrowed();
         ApplyAttribute(Tag_CHILDKEY);
         break;
     case Tag_RANGE_LO:
@@ -339,7 +339,7 @@ void PropertyDBHandler::endElement(const XMLCh* const name) {
         ApplyAttribute(Tag_DISABLE);
         break;
     case Tag_KEYNAME:
-        m_text.NarrowInto(m_keyName);
+        m_keyName = m_text.Narrowed();
         break;
     case Tag_KEYNUMBER:
         m_keyNumber = static_cast<std::uint32_t>(ReadDecimal(m_text.Narrowed()));
@@ -354,7 +354,7 @@ void PropertyDBHandler::endElement(const XMLCh* const name) {
         break;
     }
     case Tag_ALLOWED_STRING:
-        m_text.NarrowInto(m_allowedString);
+        m_allowedString = m_text.Narrowed();
         break;
     case Tag_ALLOWED_ENUM:
         m_allowedEnum = ReadEnumNumber(m_text.Narrowed());
@@ -366,16 +366,16 @@ void PropertyDBHandler::endElement(const XMLCh* const name) {
         m_allowedInteger = ReadPrefixedNumber(m_text.Narrowed());
         break;
     case Tag_ALLOWED_KEY:
-        m_text.NarrowInto(m_allowedKey);
+        m_allowedKey = m_text.Narrowed();
         break;
     case Tag_ALLOWED_SAMELEVEL_KEY:
-        m_text.NarrowInto(m_allowedSameLevelKey);
+        m_allowedSameLevelKey = m_text.Narrowed();
         break;
     case Tag_ALLOWEDITEM:
         EndAllowedItem();
         break;
     case Tag_EVENT_NAME:
-        m_text.NarrowInto(m_eventName);
+        m_eventName = m_text.Narrowed();
         break;
     case Tag_EVENT_CATEGORY:
         m_eventCategory = static_cast<std::uint32_t>(ReadDecimal(m_text.Narrowed()));

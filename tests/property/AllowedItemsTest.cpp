@@ -57,13 +57,13 @@ TEST(AllowedItems, ValuesAndEveryAttributeFieldReadBackAsGiven) {
     const AllowedItems items(kValues, kAttributes);
     EXPECT_EQ(ValuesOf(items), kValues);
     EXPECT_EQ(AttributesOf(items), kAttributes);
-    for (std::size_t i = 0; i < kValues.size(); ++i) EXPECT_STREQ(items.ValueText(i), kValues[i].c_str());
+    for (std::size_t i = 0; i < kValues.size(); ++i) EXPECT_STREQ(items.Value(i).data(), kValues[i].c_str());
 
     const AllowedItems::Attribute second = items.AttributeAt(1);
     EXPECT_EQ(second.keyName, "");
-    EXPECT_STREQ(second.keyNameText, "");
+    EXPECT_STREQ(second.keyName.data(), "");
     EXPECT_EQ(second.sameLevelKey, "SAME");
-    EXPECT_STREQ(second.sameLevelKeyText, "SAME");
+    EXPECT_STREQ(second.sameLevelKey.data(), "SAME");
     EXPECT_EQ(second.enumValue, 0xFFFFFFFFu);
     EXPECT_EQ(second.category, 0u);
     EXPECT_TRUE(second.haltCpu);
@@ -78,7 +78,7 @@ TEST(AllowedItems, AValueHoldingAZeroByteIsComparedWhole) {
     const std::string withZero("ab\0cd", 5);
     const AllowedItems items({"ab", withZero}, {ValueAttribute(std::string("k\0x", 3), 1, 2, false, "")});
     EXPECT_EQ(items.Value(1), withZero);
-    EXPECT_STREQ(items.ValueText(1), "ab");
+    EXPECT_STREQ(items.Value(1).data(), "ab");
     EXPECT_EQ(items.FindValue("ab"), 0u);
     EXPECT_EQ(items.FindValue(withZero), 1u);
     EXPECT_EQ(items.FindValue(std::string("ab\0c", 4)), 2u);
@@ -179,6 +179,45 @@ TEST(AllowedItems, ACopiedStringPropertyGetsItsValuesAsZeroTerminatedTexts) {
     sourceInterface->SetValue("other");
     sourceInterface->SetValue("on");
     EXPECT_STREQ(source->GetValue(), "other");
+    copy->Release();
+    source->Release();
+}
+
+namespace {
+
+// Presents only its first allowed value through the interface, as a subclass may.
+class FirstValueOnly : public StringProperty {
+public:
+    FirstValueOnly()
+        : StringProperty(NameAndDescription("first only", ""), "A", {"A", "B"},
+                         {ValueAttribute("KA", 1, 0, false, ""), ValueAttribute("KB", 2, 0, false, "")}) {}
+
+    bool HasAllowedValues(std::uint32_t& count) const override {
+        StringProperty::HasAllowedValues(count);
+        if (count > 1) count = 1;
+        return count != 0;
+    }
+    void GetAllowedValues(const char** out) const override {
+        const char* all[2] = {nullptr, nullptr};
+        StringProperty::GetAllowedValues(all);
+        out[0] = all[0];
+    }
+};
+
+}  // namespace
+
+// Only a plain string property is copied block for block: a subclass is read through its
+// interface, as every copy always was.
+TEST(AllowedItems, ACopiedSubclassGetsTheValuesItsInterfacePresents) {
+    auto* source = new FirstValueOnly();
+    auto* copy = dynamic_cast<StringProperty*>(source->Clone());
+    ASSERT_NE(copy, nullptr);
+    std::uint32_t count = 0;
+    ASSERT_TRUE(copy->HasAllowedValues(count));
+    EXPECT_EQ(count, 1u);
+    std::vector<ValueAttribute> attributes;
+    copy->GetAllowedAttributes(attributes);
+    EXPECT_EQ(attributes.size(), 2u);
     copy->Release();
     source->Release();
 }

@@ -41,7 +41,6 @@ TEST(NarrowText, EmptyAndNullGiveEmptyText) {
     EXPECT_EQ(NarrowText(nullptr), "");
 }
 
-// The counted form used for character data must read exactly as the plain one.
 // Whole pieces are narrowed several units at a time without stopping at a zero unit: every
 // length around those steps, with a zero unit at every place or none, must give each unit's
 // low byte and tell whether a zero was among them.

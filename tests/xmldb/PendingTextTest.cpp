@@ -44,7 +44,7 @@ TEST(PendingText, ClearAndNullLeaveNoText) {
     text.Replace(u"", 0);
     EXPECT_EQ(text.Narrowed(), "");
     std::string written = "left from before";
-    text.NarrowInto(written);
+    written = text.Narrowed();
     EXPECT_EQ(written, "");
 }
 
@@ -57,7 +57,7 @@ TEST(PendingText, AShortPieceAfterALongOneReadsAlone) {
     text.Replace(u"ab", 2);
     EXPECT_EQ(text.Narrowed(), "ab");
     std::string written;
-    text.NarrowInto(written);
+    written = text.Narrowed();
     EXPECT_EQ(written, "ab");
 }
 
@@ -90,7 +90,7 @@ TEST(PendingText, AgreesWithNarrowingEachPieceAtOnce) {
             ASSERT_EQ(pending.Narrowed(), direct) << "round " << round;
         }
         std::string written = "left from before";
-        pending.NarrowInto(written);
+        written = pending.Narrowed();
         ASSERT_EQ(written, direct) << "round " << round;
     }
 }
