@@ -109,6 +109,8 @@ std::uint32_t PropertyDB::FindKeyId(const char* keyName) const {
     return id == KeyNameIds::kNone ? kNoKeyId : id;
 }
 
+const PropertyKeyList& PropertyDB::KeysOf(const Property& property) { return property.m_keys; }
+
 const LinkCandidates& PropertyDB::Candidates() {
     FollowChangedKeys();
     if (m_candidates != nullptr) return *m_candidates;

@@ -15,6 +15,7 @@ namespace TargetOperations {
 
 struct LinkCandidates;
 class Property;
+class PropertyKeyList;
 
 class PropertyDB {
 public:
@@ -58,6 +59,8 @@ public:
     // The number of a key name that some read property lists, or kNoKeyId.
     static constexpr std::uint32_t kNoKeyId = 0xFFFFFFFFu;
     std::uint32_t FindKeyId(const char* keyName) const;
+    // A property's own keys: linking matches their few names against many keys at once.
+    static const PropertyKeyList& KeysOf(const Property& property);
 
     // False only when every listed property came from the reader unmarked: the load then
     // skips the replacement passes without visiting each property again.
