@@ -2,6 +2,9 @@
 // thousands of random databases: random keys and key numbers, same-level keys, duplicate
 // names, disabled and read-only items, Booleans, the "TESTKEY" rule, edits of the tree and
 // changes of the database between relinks. Both must build identical trees every time.
+// Wide levels, where one key selects thousands of siblings in every order of key numbers,
+// check the block structure behind the library's insertion by key number.
+#include <algorithm>
 #include <cstdint>
 #include <cstdlib>
 #include <random>
@@ -23,6 +26,9 @@ constexpr int kLevels = 3;       // levels below "Type"
 constexpr int kKeysPerLevel = 4;  // key names of one level
 const char* const kNames[] = {"N0", "N1", "N2", "N3", "N4", "N5", "N6", "N7"};
 const char* const kValues[] = {"A", "B", "C", "Z"};
+constexpr int kWideSameLevelKeys = 12;  // more than the library keeps numbers for at once
+
+std::string WideSameLevelKey(int which) { return "S" + std::to_string(which); }
 
 std::string LevelKey(int level, int which) { return "L" + std::to_string(level) + static_cast<char>('a' + which); }
 
@@ -31,6 +37,7 @@ public:
     explicit Random(std::uint32_t seed) : m_engine(seed) {}
     int Below(int bound) { return static_cast<int>(m_engine() % static_cast<std::uint32_t>(bound)); }
     bool Chance(int percent) { return Below(100) < percent; }
+    std::uint32_t Any() { return m_engine(); }
 
 private:
     std::mt19937 m_engine;
@@ -42,6 +49,8 @@ std::vector<std::string> KeyUniverse() {
     for (int level = 0; level <= kLevels + 1; ++level) {
         for (int which = 0; which < kKeysPerLevel; ++which) keys.push_back(LevelKey(level, which));
     }
+    keys.emplace_back("W");
+    for (int which = 0; which < kWideSameLevelKeys; ++which) keys.push_back(WideSameLevelKey(which));
     return keys;
 }
 
@@ -431,5 +440,170 @@ TEST(LinkingAgainstLiteralRules, KeysChangedAfterTheReadAreFollowed) {
     EXPECT_EQ(ChildNames(library.get()), std::vector<std::string>{changed->GetName()});
     EXPECT_EQ(Describe(library.get()), Describe(literal.get()));
 }
+
+}  // namespace
+
+namespace {
+
+// How the key numbers under the wide key run in file order.
+enum class NumberOrder { Ascending, Descending, Equal, Random };
+
+const char* NameOf(NumberOrder order) {
+    switch (order) {
+    case NumberOrder::Ascending: return "ascending";
+    case NumberOrder::Descending: return "descending";
+    case NumberOrder::Equal: return "equal";
+    case NumberOrder::Random: return "random";
+    }
+    return "";
+}
+
+std::uint32_t WideNumber(Random& random, NumberOrder order, int position, int count) {
+    switch (order) {
+    case NumberOrder::Ascending: return static_cast<std::uint32_t>(position);
+    case NumberOrder::Descending: return static_cast<std::uint32_t>(count - position);
+    case NumberOrder::Equal: return 7u;
+    case NumberOrder::Random: break;
+    }
+    // Few distinct numbers give long runs of equal ones; the whole unsigned range tests the
+    // comparison without sign.
+    if (random.Chance(10)) return random.Chance(50) ? 0xFFFFFFFFu : random.Any();
+    return static_cast<std::uint32_t>(random.Below(16));
+}
+
+// One sibling of a wide level. Most carry the wide key "W"; some are selected only through a
+// same-level key S<j> and have their number under it; some carry W and an S<j> with another
+// number, which decides where copies matched under S<j> go. Names repeat now and then, so
+// that later database properties meet a present entry and, when disabled with another value,
+// replace it.
+IProperty* WideSibling(Random& random, NumberOrder order, int position, int count) {
+    const std::string name = random.Chance(5) ? "P" + std::to_string(random.Below(position + 1)) : "P" + std::to_string(position);
+    IProperty* created = nullptr;
+    if (random.Chance(50)) {
+        created = BooleanProperty::Construct(NameAndDescription(name, "wide"), random.Chance(50));
+    } else if (random.Chance(50)) {
+        created = StringProperty::Construct(NameAndDescription(name, "wide"), kValues[random.Below(4)]);
+    } else {
+        created = Property::Construct(NameAndDescription(name, "wide"));
+    }
+    Property* property = AsProperty(created);
+    const std::uint32_t number = WideNumber(random, order, position, count);
+    const std::string other = WideSameLevelKey(random.Below(kWideSameLevelKeys));
+    if (random.Chance(80)) {
+        property->AddKeyName(PropertyKey("W", number));
+        if (random.Chance(30)) property->AddKeyName(PropertyKey(other, WideNumber(random, order, position, count)));
+        if (random.Chance(3)) property->AddKeyName(PropertyKey("W", random.Any()));  // the first one counts
+        if (random.Chance(15)) property->SetSameLevelKey(WideSameLevelKey(random.Below(kWideSameLevelKeys)).c_str());
+    } else {
+        property->AddKeyName(PropertyKey(other, number));
+    }
+    if (random.Chance(10)) property->SetDisabled(true);
+    return created;
+}
+
+void ListWide(Random& random, PropertyDB& db, IProperty* property) {
+    if (random.Chance(85)) {
+        std::vector<PropertyKey> keys;
+        // The reader's copy of the keys, for the index: read them back from the property.
+        Property* node = AsProperty(property);
+        static const std::vector<std::string> universe = KeyUniverse();
+        for (const std::string& key : universe) {
+            if (node->IsKeyName(key.c_str())) keys.emplace_back(key, node->GetKeyNumber(key.c_str()));
+        }
+        db.AddReadProperty(node, keys, false);
+    } else {
+        db.AddProperty(property);
+    }
+}
+
+// Flips the value of some listed Booleans and disables them, so that the next relink
+// replaces their present copies; and lists a few new siblings.
+void ChangeWideDatabase(Random& random, PropertyDB& db, NumberOrder order, int count) {
+    for (IProperty* listed : db.Properties()) {
+        auto* boolean = dynamic_cast<BooleanProperty*>(listed);
+        if (boolean != nullptr && random.Chance(5)) {
+            boolean->SetValue(!boolean->GetValue());
+            boolean->SetDisabled(true);
+        }
+    }
+    const int added = 1 + count / 20;
+    for (int i = 0; i < added; ++i) ListWide(random, db, WideSibling(random, order, count + i, count));
+}
+
+IProperty* WideParent() {
+    IProperty* parent = Property::Construct(NameAndDescription("Parent", "wide"));
+    AsProperty(parent)->SetChildKey("W");
+    return parent;
+}
+
+// The gathering steps on a work list of clones in shuffled order: copies then go between
+// entries whose numbers do not ascend.
+void CompareWideGathering(Random& random, PropertyDB& db, const std::string& context) {
+    std::vector<IProperty*> library;
+    std::vector<IProperty*> literal;
+    const auto& listed = db.Properties();
+    const int count = random.Below(static_cast<int>(listed.size()) / 2 + 1);
+    for (int i = 0; i < count; ++i) {
+        Property* source = AsProperty(listed[static_cast<std::size_t>(random.Below(static_cast<int>(listed.size())))]);
+        library.push_back(source->Clone());
+        literal.push_back(source->Clone());
+    }
+    FilterCurrentChildren(db, "W", library);
+    literal_linking::FilterCurrentChildren("W", literal);
+    ASSERT_EQ(Describe(library), Describe(literal)) << context << " (filter)";
+    const std::uint32_t librarySize = GatherFromDatabase(db, "W", library);
+    const std::uint32_t literalSize = literal_linking::GatherFromDatabase(listed, "W", literal);
+    EXPECT_EQ(librarySize, literalSize) << context;
+    EXPECT_EQ(Describe(library), Describe(literal)) << context << " (gather)";
+    ReleaseAll(library);
+    ReleaseAll(literal);
+}
+
+void RunWideCase(NumberOrder order, int count, std::uint32_t seed) {
+    const std::string context = std::string(NameOf(order)) + ", " + std::to_string(count) + " siblings, seed " + std::to_string(seed);
+    Random random(seed);
+    PropertyDB db(Fixture("untyped_only.xml"));
+    for (int i = 0; i < count; ++i) ListWide(random, db, WideSibling(random, order, i, count));
+
+    Held library(WideParent());
+    Held literal(WideParent());
+    db.LinkSubProperties(library.get());
+    literal_linking::LinkSubProperties(db.Properties(), literal.get());
+    ASSERT_GT(Children(library.get()).size(), static_cast<std::size_t>(count) / 2) << context;
+    ASSERT_EQ(Describe(library.get()), Describe(literal.get())) << context << ", first link";
+
+    for (int round = 0; round < 2; ++round) {
+        ChangeWideDatabase(random, db, order, count);
+        // The same edit in both trees: a child Boolean flips.
+        const std::vector<IProperty*> libraryChildren = Children(library.get());
+        const std::vector<IProperty*> literalChildren = Children(literal.get());
+        const auto edited = static_cast<std::size_t>(random.Below(static_cast<int>(libraryChildren.size())));
+        if (auto* boolean = dynamic_cast<BooleanProperty*>(libraryChildren[edited])) {
+            boolean->SetValue(!boolean->GetValue());
+            auto* twin = dynamic_cast<BooleanProperty*>(literalChildren[edited]);
+            twin->SetValue(!twin->GetValue());
+        }
+        db.LinkSubProperties(library.get());
+        literal_linking::LinkSubProperties(db.Properties(), literal.get());
+        ASSERT_EQ(Describe(library.get()), Describe(literal.get())) << context << ", relink " << round;
+    }
+    CompareWideGathering(random, db, context);
+}
+
+class WideLevels : public ::testing::TestWithParam<NumberOrder> {};
+
+TEST_P(WideLevels, MatchTheLiteralRules) {
+    const NumberOrder order = GetParam();
+    // A list of one block, a few blocks, and thousands of siblings over many blocks.
+    for (const int count : {60, 700, 3000}) {
+        RunWideCase(order, count, 7000u + static_cast<std::uint32_t>(count));
+        if (::testing::Test::HasFailure()) return;
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(EveryNumberOrder, WideLevels,
+                         ::testing::Values(NumberOrder::Ascending, NumberOrder::Descending, NumberOrder::Equal,
+                                           NumberOrder::Random),
+                         [](const ::testing::TestParamInfo<NumberOrder>& info) { return std::string(NameOf(info.param)); });
 
 }  // namespace

@@ -251,6 +251,41 @@ TEST_F(LinkingDatabase, GatherSelectsAKeylessTestKeyProperty) {
     ReleaseAll(list);
 }
 
+// Across many blocks of the work list, equal key numbers keep file order and stay behind an
+// entry that was there before: the copies with number 1 go after "Current", in file order.
+TEST(WideGathering, EqualKeyNumbersStayBehindInFileOrder) {
+    PropertyDB db(Fixture("untyped_only.xml"));
+    std::vector<std::string> expected[3];
+    for (int i = 0; i < 1000; ++i) {
+        const std::string name = "Q" + std::to_string(i);
+        db.AddProperty(MakeKeyed(name.c_str(), "W", static_cast<std::uint32_t>(i % 3)));
+        expected[i % 3].push_back(name);
+    }
+    std::vector<IProperty*> list{MakeKeyed("Current", "W", 1)};
+    EXPECT_EQ(GatherFromDatabase(db, "W", list), 1001u);
+    std::vector<std::string> order = expected[0];
+    order.emplace_back("Current");
+    order.insert(order.end(), expected[1].begin(), expected[1].end());
+    order.insert(order.end(), expected[2].begin(), expected[2].end());
+    EXPECT_EQ(Names(list), order);
+    ReleaseAll(list);
+}
+
+// Descending key numbers put every copy at the front, so the file order comes out reversed.
+TEST(WideGathering, DescendingKeyNumbersComeOutReversed) {
+    PropertyDB db(Fixture("untyped_only.xml"));
+    std::vector<std::string> expected;
+    for (int i = 0; i < 1000; ++i) {
+        const std::string name = "Q" + std::to_string(i);
+        db.AddProperty(MakeKeyed(name.c_str(), "W", static_cast<std::uint32_t>(1000 - i)));
+        expected.insert(expected.begin(), name);
+    }
+    std::vector<IProperty*> list;
+    EXPECT_EQ(GatherFromDatabase(db, "W", list), 1000u);
+    EXPECT_EQ(Names(list), expected);
+    ReleaseAll(list);
+}
+
 TEST(SameValueRule, ComparesBooleansAndStringsOnly) {
     Held trueA(BooleanProperty::Construct(NameAndDescription("b", ""), true));
     Held trueB(BooleanProperty::Construct(NameAndDescription("b", ""), true));
