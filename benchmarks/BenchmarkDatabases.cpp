@@ -42,6 +42,17 @@ const BenchmarkDatabase& BenchmarkDatabases::AddSynthetic(std::size_t propertyCo
     return m_databases.back();
 }
 
+const BenchmarkDatabase& BenchmarkDatabases::AddWritten(const std::string& label,
+                                                        const std::function<void(const std::string&)>& write) {
+    BenchmarkDatabase database;
+    database.label = label;
+    database.fileName = "shape_" + label + ".xml";
+    database.path = m_directory + "/" + database.fileName;
+    write(database.path);
+    m_databases.push_back(database);
+    return m_databases.back();
+}
+
 const BenchmarkDatabase& BenchmarkDatabases::AddSample(const std::string& sampleDirectory,
                                                        const std::string& fileName) {
     BenchmarkDatabase database;

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstddef>
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -25,6 +26,8 @@ public:
 
     const BenchmarkDatabase& AddSynthetic(std::size_t propertyCount);
     const BenchmarkDatabase& AddSample(const std::string& sampleDirectory, const std::string& fileName);
+    // A database that write puts at the path it is given; label names it and its file.
+    const BenchmarkDatabase& AddWritten(const std::string& label, const std::function<void(const std::string&)>& write);
 
     const std::vector<BenchmarkDatabase>& All() const { return m_databases; }
 

@@ -1,7 +1,9 @@
 // What the debugger waits for, on generated databases of growing size and on the bundled
 // samples: loading a database against the bare XML parse of the same file, handing out the
 // linked root tree, one edit of "Type" with its relink, taking an edited tree back into the
-// database's own tree, and the memory a load needs.
+// database's own tree, and the memory a load needs. Databases shaped for linking alone (one key
+// selecting up to 100,000 siblings, a chain of 250 levels, siblings with many keys) add the
+// linked root and relinks after edits.
 #include <benchmark/benchmark.h>
 
 #include <cstdint>
@@ -19,12 +21,15 @@
 #include "AllocationCounter.h"
 #include "BenchmarkDatabases.h"
 #include "BlockMakingHandler.h"
+#include "LinkingShapes.h"
 #include "api/RLXExports.h"
+#include "property/IBooleanProperty.h"
 #include "property/IProperty.h"
 #include "property/IStringProperty.h"
 
 namespace {
 
+using TargetOperations::IBooleanProperty;
 using TargetOperations::IProperty;
 using TargetOperations::IStringProperty;
 using rlx_bench::BenchmarkDatabase;
@@ -185,6 +190,27 @@ void BM_EditType(benchmark::State& state, const BenchmarkDatabase& database) {
     state.counters["nodes"] = static_cast<double>(nodes) / static_cast<double>(edit == 0 ? 1 : edit);
 }
 
+// One user edit among many siblings: a switch from the middle of the children of "Type" flips and the whole
+// tree is relinked, keeping every sibling.
+void BM_EditSibling(benchmark::State& state, const BenchmarkDatabase& database) {
+    OpenDatabase db(database);
+    if (!db.IsOpen()) return state.SkipWithError("the database cannot be loaded");
+    PropertyRef root(GetRootProperty(db.Number()));
+    const std::uint32_t count = root->GetNumSubProperties();
+    std::vector<IProperty*> children(count);
+    if (count != 0) root->GetSubProperties(children.data());
+    for (IProperty* child : children) child->Release();  // the tree keeps them
+    IBooleanProperty* edited = nullptr;
+    for (std::uint32_t i = count / 2; i < count && edited == nullptr; ++i) edited = dynamic_cast<IBooleanProperty*>(children[i]);
+    if (edited == nullptr) return state.SkipWithError("\"Type\" has no switch among its children");
+    for (auto _ : state) {
+        edited->SetValue(!edited->GetValue());
+        UpdateSubProperties(db.Number(), root.get());
+    }
+    if (root->GetNumSubProperties() != count) state.SkipWithError("the relink changed the children");
+    state.counters["nodes"] = static_cast<double>(CountNodes(root.get()));
+}
+
 // ConvertBack of a whole edited tree into the database's own tree; the edited trees
 // alternate so that every call changes "Type" in the database's tree and relinks it.
 void BM_ConvertBack(benchmark::State& state, const BenchmarkDatabase& database) {
@@ -296,6 +322,35 @@ int main(int argc, char** argv) {
         benchmark::RegisterBenchmark(("LoadMemory" + suffix).c_str(), BM_LoadMemory, database)
             ->Unit(benchmark::kMicrosecond)
             ->Iterations(1);
+    }
+
+    // Linking shapes: the linked root, an edit of "Type" (which drops or gathers every
+    // sibling) and an edit of one sibling with the relink that keeps them all.
+    std::vector<BenchmarkDatabase> shapes;
+    for (const rlx_bench::KeyNumberOrder order :
+         {rlx_bench::KeyNumberOrder::Ascending, rlx_bench::KeyNumberOrder::Descending, rlx_bench::KeyNumberOrder::Equal,
+          rlx_bench::KeyNumberOrder::Random}) {
+        for (const std::size_t siblings : {1000u, 10000u, 100000u}) {
+            const std::string label = std::string("wide-") + rlx_bench::NameOf(order) + "-" + std::to_string(siblings);
+            shapes.push_back(databases.AddWritten(
+                label, [&](const std::string& path) { rlx_bench::WriteWideDatabase(path, siblings, order); }));
+        }
+    }
+    shapes.push_back(
+        databases.AddWritten("deep-250", [](const std::string& path) { rlx_bench::WriteDeepDatabase(path, 250); }));
+    for (const std::size_t siblings : {1000u, 10000u}) {
+        const std::string label = "many-keys-16x" + std::to_string(siblings);
+        shapes.push_back(databases.AddWritten(
+            label, [&](const std::string& path) { rlx_bench::WriteManyKeysDatabase(path, siblings, 16); }));
+    }
+    for (const BenchmarkDatabase& database : shapes) {
+        const std::string suffix = "/" + database.label;
+        benchmark::RegisterBenchmark(("RootProperty" + suffix).c_str(), BM_RootProperty, database)
+            ->Unit(benchmark::kMicrosecond);
+        benchmark::RegisterBenchmark(("EditType" + suffix).c_str(), BM_EditType, database)
+            ->Unit(benchmark::kMicrosecond);
+        benchmark::RegisterBenchmark(("EditSibling" + suffix).c_str(), BM_EditSibling, database)
+            ->Unit(benchmark::kMicrosecond);
     }
 
     benchmark::Initialize(&argc, argv);

@@ -3,6 +3,7 @@
 
 Usage: scripts/performance/run-performance.py [--build-dir build/perf] [--repetitions 5]
        [--output docs/performance.md] [--json FILE] [--from-json FILE] [--baseline FILE]
+       [--shapes-before FILE]
 
 The suite (target rlx_performance_benchmarks) must be built; configure with
 -DRLX_BUILD_BENCHMARKS=ON and a release build type. Every figure is the median of the
@@ -70,10 +71,19 @@ def microseconds(entry):
     return entry["cpu_time"] * scale
 
 
+SHAPE = re.compile(r"wide-(?P<order>[a-z]+)-(?P<siblings>\d+)|deep-(?P<levels>\d+)|many-keys-(?P<keys>\d+)x(?P<count>\d+)")
+SHAPE_ORDERS = ["ascending", "descending", "equal", "random"]
+
+
+def is_shape(dataset):
+    return SHAPE.fullmatch(dataset) is not None
+
+
 def datasets(figures):
+    """The generated databases and the samples, without the linking shapes."""
     seen = []
     for measure, dataset in figures:
-        if dataset not in seen:
+        if dataset not in seen and not is_shape(dataset):
             seen.append(dataset)
 
     def order(dataset):
@@ -227,6 +237,100 @@ def load_comparison(figures, previous):
                              ("Load / parse", "ratio", ratio_text), ("Kept bytes per property", "kept", fmt)])
 
 
+def shape_datasets(figures):
+    def order(dataset):
+        match = SHAPE.fullmatch(dataset)
+        if match.group("order"):
+            return (0, SHAPE_ORDERS.index(match.group("order")) if match.group("order") in SHAPE_ORDERS else 9,
+                    int(match.group("siblings")))
+        if match.group("levels"):
+            return (1, 0, int(match.group("levels")))
+        return (2, int(match.group("keys")), int(match.group("count")))
+
+    return sorted({dataset for _, dataset in figures if is_shape(dataset)}, key=order)
+
+
+def shape_row(figures, dataset):
+    root = figures.get(("RootProperty", dataset))
+    row = {"root": microseconds(root) if root else None,
+           "nodes": int(root["nodes"]) if root and "nodes" in root else None}
+    row["per_node"] = row["root"] / row["nodes"] if row["root"] and row["nodes"] else None
+    edit_type = figures.get(("EditType", dataset))
+    edit_sibling = figures.get(("EditSibling", dataset))
+    row["edit_type"] = microseconds(edit_type) if edit_type else None
+    row["edit_sibling"] = microseconds(edit_sibling) if edit_sibling else None
+    return row
+
+
+def wide_growth(figures, dataset):
+    """Time per linked node of a wide shape over that of the same order at 1,000 siblings."""
+    match = SHAPE.fullmatch(dataset)
+    if not match.group("order"):
+        return None
+    smallest = shape_row(figures, f"wide-{match.group('order')}-1000")["per_node"]
+    here = shape_row(figures, dataset)["per_node"]
+    return here / smallest if here and smallest else None
+
+
+def shapes_table(figures, before=None):
+    header = ["Database", "Linked nodes", "GetRootProperty µs", "µs per linked node", "per node / at 1,000",
+              "Edit \"Type\" + relink µs", "Edit sibling + relink µs"]
+    if before is not None:
+        header += ["µs per linked node before", "Edit sibling + relink µs before"]
+    lines = ["| " + " | ".join(header) + " |", "|---|" + "---:|" * (len(header) - 1)]
+    for dataset in shape_datasets(figures):
+        row = shape_row(figures, dataset)
+        cells = [f"`{dataset}`", count_text(row["nodes"]), fmt(row["root"]), fmt(row["per_node"]),
+                 ratio_text(wide_growth(figures, dataset)), fmt(row["edit_type"]), fmt(row["edit_sibling"])]
+        if before is not None:
+            earlier = shape_row(before, dataset)
+            cells += [fmt(earlier["per_node"]), fmt(earlier["edit_sibling"])]
+        lines.append("| " + " | ".join(cells) + " |")
+    return lines
+
+
+def shapes_summary(figures):
+    growths = [wide_growth(figures, d) for d in shape_datasets(figures) if d.startswith("wide-") and d.endswith("-100000")]
+    growths = [g for g in growths if g is not None]
+    if not growths:
+        return []
+    return [f"At 100,000 siblings under one key the time per linked node is {min(growths):.2f} to "
+            f"{max(growths):.2f} times its value at 1,000 siblings, over the four orders of key numbers."]
+
+
+def shapes_section(figures, shapes_before=None):
+    if not shape_datasets(figures):
+        return []
+    lines = ["", "## Linking shapes", "",
+             "Linking inserts each selected copy before the first entry of the level whose key number "
+             "is greater; the work list keeps its entries in blocks with the largest number of each, so "
+             "that place is found without scanning the level from its start. "
+             + " ".join(shapes_summary(figures)), "", *shapes_table(figures, shapes_before)]
+    if shapes_before is not None:
+        lines += ["", "The columns marked before come from a run of the same suite against the library "
+                  "whose insertion scanned the work list from its start for every copy; \"n/a\" marks "
+                  "shapes that run left out (at 100,000 siblings one link takes minutes)."]
+    return lines
+
+
+def splice_shapes(path, figures, repetitions, date, shapes_before):
+    """Replaces the linking shapes section of an existing page, leaving the rest as it is."""
+    with open(path, encoding="utf-8") as page:
+        lines = page.read().split("\n")
+    section = shapes_section(figures, shapes_before)[1:]
+    section.insert(3, f"Medians of {repetitions} repetitions of the shapes alone, run on "
+                      f"{date}; the other sections come from their own runs.")
+    section.insert(4, "")
+    if "## Linking shapes" in lines:
+        start = lines.index("## Linking shapes")
+        end = next((i for i in range(start + 1, len(lines)) if lines[i].startswith("## ")), len(lines))
+        lines[start:end] = section + [""]
+    else:
+        lines += section + [""]
+    with open(path, "w", encoding="utf-8") as page:
+        page.write("\n".join(lines))
+
+
 HEAP_FLOOR_BLOCKS = (1, 3, 5)
 
 
@@ -249,7 +353,7 @@ def heap_floor_table(figures):
     return lines
 
 
-def write_markdown(path, report, repetitions, baseline, previous=None):
+def write_markdown(path, report, repetitions, baseline, previous=None, shapes_before=None):
     figures = medians(report)
     context = report.get("context", {})
     lines = [
@@ -270,6 +374,12 @@ def write_markdown(path, report, repetitions, baseline, previous=None):
         "keys select one subtree each; below them string selectors and Booleans select further "
         "levels (eight children per key), with integers, 32-bit and 64-bit locations, key numbers "
         "in both orders, same-level keys and second keys. The linked tree holds about N/4 nodes.",
+        "- Linking shapes (`benchmarks/LinkingShapes.cpp`), in their own table: `wide-<order>-<n>`, \"Type\" "
+        "selecting through one key n Boolean siblings whose key numbers ascend, descend, are all equal or "
+        "are scrambled in file order; `deep-250`, a chain of 250 levels, each a switch selecting the next "
+        "level and three leaves; `many-keys-16x<n>`, n siblings with 16 keys each, every fourth a string "
+        "whose value carries a same-level key of its own that pulls in one further sibling listed under "
+        "that key alone.",
         "- The bundled samples, copied to a scratch directory.",
         "- Read bytes: reading the file into memory. Bare parse: `XMLPlatformUtils::Initialize`, a "
         "`SAXParser` parse of the same file with an empty `HandlerBase`, `Terminate`: the floor of any load.",
@@ -279,7 +389,10 @@ def write_markdown(path, report, repetitions, baseline, previous=None):
         "- GetRootProperty: the copy of \"Type\" with its whole tree linked, and its release; per linked node "
         "divides by the nodes of that tree.",
         "- Edit + relink: `SetValue` of \"Type\" to another allowed value and `UpdateSubProperties` "
-        "(the edits alternate between two values).",
+        "(the edits alternate between two values; on the linking shapes the other value selects nothing, "
+        "so every second edit gathers all siblings anew).",
+        "- Edit sibling + relink (linking shapes): `SetValue` of a switch among the children of \"Type\" "
+        "and `UpdateSubProperties` of the whole tree, which keeps every sibling.",
         "- ConvertBack: an edited whole tree taken back into the database's own \"Type\" tree (alternating "
         "between two trees, so that every call relinks).",
         "- Peak / kept bytes per property: bytes held through `operator new` (the parser's included) at the "
@@ -319,6 +432,7 @@ def write_markdown(path, report, repetitions, baseline, previous=None):
         "",
         *heap_floor_table(figures),
     ]
+    lines += shapes_section(figures, shapes_before)
     if baseline is not None:
         lines += ["", "## Before and after the candidate index and the reader's quick paths", "",
                   "Before: linking scanned the whole database for every linked node, and the reader looked "
@@ -356,6 +470,9 @@ def main():
     parser.add_argument("--from-json", help="write the table from an earlier run's raw results instead of running")
     parser.add_argument("--baseline", help="raw results of an earlier run to compare linking with")
     parser.add_argument("--previous", help="raw results of the previous version to compare loading with")
+    parser.add_argument("--shapes-before", help="raw results of an earlier library on the linking shapes")
+    parser.add_argument("--shapes-only", action="store_true",
+                        help="run only the linking shapes and replace their section of the existing page")
     args = parser.parse_args()
 
     if args.from_json:
@@ -364,7 +481,8 @@ def main():
     else:
         with tempfile.TemporaryDirectory(prefix="rlx-performance-") as scratch:
             json_path = args.json or os.path.join(scratch, "results.json")
-            run_suite(os.path.abspath(args.build_dir), args.repetitions, args.min_time, args.filter, json_path)
+            benchmark_filter = args.filter or ("/(wide|deep|many-keys)-" if args.shapes_only else "")
+            run_suite(os.path.abspath(args.build_dir), args.repetitions, args.min_time, benchmark_filter, json_path)
             with open(json_path) as raw:
                 report = json.load(raw)
     report.setdefault("context", {}).setdefault("date", datetime.datetime.utcnow().strftime("%Y-%m-%d %H:%M UTC"))
@@ -377,7 +495,14 @@ def main():
     if args.previous:
         with open(args.previous) as raw:
             previous = json.load(raw)
-    write_markdown(args.output, report, repetitions, baseline, previous)
+    shapes_before = None
+    if args.shapes_before:
+        with open(args.shapes_before) as raw:
+            shapes_before = medians(json.load(raw))
+    if args.shapes_only:
+        splice_shapes(args.output, medians(report), repetitions, report["context"]["date"], shapes_before)
+    else:
+        write_markdown(args.output, report, repetitions, baseline, previous, shapes_before)
     print(f"wrote {args.output}")
 
 
