@@ -41,8 +41,8 @@ LinkWorkList::~LinkWorkList() {
 LinkWorkList::EntryId LinkWorkList::Find(const char* name) {
     if (!m_mapped && m_entries.size() > kScanLimit) MapNames();
     if (m_mapped) {
-        const auto found = m_byName.find(std::string_view(name));
-        return found == m_byName.end() ? kNoEntry : found->second;
+        const std::uint32_t number = m_names.Find(name);
+        return number == KeyNameIds::kNone ? kNoEntry : m_firstWithName[number];
     }
     for (const std::uint32_t blockIndex : m_order) {
         for (const EntryId id : m_blocks[blockIndex].entries) {
@@ -53,22 +53,20 @@ LinkWorkList::EntryId LinkWorkList::Find(const char* name) {
 }
 
 void LinkWorkList::MapNames() {
-    m_byName.reserve(m_entries.size() * 2);
     for (const std::uint32_t blockIndex : m_order) {
-        for (const EntryId id : m_blocks[blockIndex].entries) {
-            m_byName.emplace(std::string_view(m_entries[id].property->GetName()), id);  // first wins
-        }
+        for (const EntryId id : m_blocks[blockIndex].entries) NameAdded(id);
     }
     m_mapped = true;
+}
+
+void LinkWorkList::NameAdded(EntryId id) {
+    // A name seen before keeps its first entry.
+    if (m_names.Intern(m_entries[id].property->GetName()) == m_firstWithName.size()) m_firstWithName.push_back(id);
 }
 
 void LinkWorkList::Replace(EntryId id, IProperty* replacement) {
     Entry& entry = m_entries[id];
     IProperty* old = entry.property;
-    if (m_mapped) {
-        m_byName.erase(std::string_view(old->GetName()));  // the view points into old
-        m_byName.emplace(std::string_view(replacement->GetName()), id);
-    }
     CountKeyNames(old, -1);
     CountKeyNames(replacement, +1);
     entry.property = replacement;
@@ -89,7 +87,7 @@ void LinkWorkList::Insert(IProperty* copy, const std::string& matched, std::uint
         throw;
     }
     FillNumbers(id);
-    if (m_mapped) m_byName.emplace(std::string_view(copy->GetName()), id);
+    if (m_mapped) NameAdded(id);
 
     const std::size_t slot = SlotFor(matched);  // before the copy's own keys count
     CountKeyNames(copy, +1);

@@ -4,11 +4,11 @@
 #include <cstddef>
 #include <cstdint>
 #include <string>
-#include <string_view>
 #include <unordered_map>
 #include <vector>
 
 #include "../property/IProperty.h"
+#include "KeyNameIds.h"
 
 namespace TargetOperations {
 
@@ -39,7 +39,8 @@ public:
     // The first entry, in list order, whose name equals name, or kNoEntry.
     EntryId Find(const char* name);
     IProperty* PropertyOf(EntryId entry) const { return m_entries[entry].property; }
-    // Puts replacement in the place of entry, releasing what stood there.
+    // Puts replacement, a property of the same name, in the place of entry, releasing what
+    // stood there.
     void Replace(EntryId entry, IProperty* replacement);
     // Inserts copy before the first entry whose number under matched exceeds number. Takes
     // over copy's reference, also when it throws.
@@ -85,6 +86,7 @@ private:
     std::uint32_t& TreeNode(std::size_t slot, std::size_t node) { return m_tree[slot * 2 * m_leaves + node]; }
     std::uint32_t TreeNode(std::size_t slot, std::size_t node) const { return m_tree[slot * 2 * m_leaves + node]; }
     void MapNames();
+    void NameAdded(EntryId id);
     // Adds (+1) or takes away (-1) the key names of an entry, once key names are counted.
     void CountKeyNames(IProperty* entry, int change);
 
@@ -96,7 +98,9 @@ private:
     std::uint64_t m_uses = 0;
     std::size_t m_leaves = 0;            // leaves of each slot's tree, a power of two
     std::vector<std::uint32_t> m_tree;   // per slot, a max tree over the blocks in list order
-    std::unordered_map<std::string_view, EntryId> m_byName;  // first entry with each name
+    // The first entry with each name, by the name's number; a replacement keeps the name.
+    KeyNameIds m_names;
+    std::vector<EntryId> m_firstWithName;
     bool m_mapped = false;
     // How many entries carry each key name; counted from the first copy matched under another key.
     std::unordered_map<std::string, std::uint32_t> m_keyNameUses;

@@ -90,6 +90,7 @@ private:
 }  // namespace
 
 void FilterCurrentChildren(PropertyDB& /*db*/, const char* key, std::vector<IProperty*>& list) {
+    if (list.empty()) return;  // most levels have no children yet: no key list to make
     LinkKeyList keys(key, list);
 
     std::vector<IProperty*> kept;
