@@ -305,7 +305,15 @@ def shapes_section(figures, shapes_before=None):
              "Linking inserts each selected copy before the first entry of the level whose key number "
              "is greater; the work list keeps its entries in blocks with the largest number of each, so "
              "that place is found without scanning the level from its start. "
-             + " ".join(shapes_summary(figures)), "", *shapes_table(figures, shapes_before)]
+             + " ".join(shapes_summary(figures)), "",
+             "Shapes (`benchmarks/LinkingShapes.cpp`): `wide-<order>-<n>`, \"Type\" selecting through one key n "
+             "Boolean siblings whose key numbers ascend, descend, are all equal or are scrambled in file order; "
+             "`deep-250`, a chain of 250 levels, each a switch selecting the next level and three leaves; "
+             "`many-keys-16x<n>`, n siblings with 16 keys each, every fourth a string whose value carries a "
+             "same-level key of its own that pulls in one further sibling listed under that key alone. Edit "
+             "\"Type\" switches to a value that selects nothing and back; edit sibling flips a switch among the "
+             "children of \"Type\" and relinks the whole tree, which keeps every sibling.",
+             "", *shapes_table(figures, shapes_before)]
     if shapes_before is not None:
         lines += ["", "The columns marked before come from a run of the same suite against the library "
                   "whose insertion scanned the work list from its start for every copy; \"n/a\" marks "
@@ -318,9 +326,8 @@ def splice_shapes(path, figures, repetitions, date, shapes_before):
     with open(path, encoding="utf-8") as page:
         lines = page.read().split("\n")
     section = shapes_section(figures, shapes_before)[1:]
-    section.insert(3, f"Medians of {repetitions} repetitions of the shapes alone, run on "
-                      f"{date}; the other sections come from their own runs.")
-    section.insert(4, "")
+    section[3:3] = ["", f"Medians of {repetitions} repetitions of the shapes alone, run on {date}; the other "
+                        "sections come from their own runs."]
     if "## Linking shapes" in lines:
         start = lines.index("## Linking shapes")
         end = next((i for i in range(start + 1, len(lines)) if lines[i].startswith("## ")), len(lines))
@@ -374,12 +381,6 @@ def write_markdown(path, report, repetitions, baseline, previous=None, shapes_be
         "keys select one subtree each; below them string selectors and Booleans select further "
         "levels (eight children per key), with integers, 32-bit and 64-bit locations, key numbers "
         "in both orders, same-level keys and second keys. The linked tree holds about N/4 nodes.",
-        "- Linking shapes (`benchmarks/LinkingShapes.cpp`), in their own table: `wide-<order>-<n>`, \"Type\" "
-        "selecting through one key n Boolean siblings whose key numbers ascend, descend, are all equal or "
-        "are scrambled in file order; `deep-250`, a chain of 250 levels, each a switch selecting the next "
-        "level and three leaves; `many-keys-16x<n>`, n siblings with 16 keys each, every fourth a string "
-        "whose value carries a same-level key of its own that pulls in one further sibling listed under "
-        "that key alone.",
         "- The bundled samples, copied to a scratch directory.",
         "- Read bytes: reading the file into memory. Bare parse: `XMLPlatformUtils::Initialize`, a "
         "`SAXParser` parse of the same file with an empty `HandlerBase`, `Terminate`: the floor of any load.",
